@@ -21,6 +21,7 @@
 #define NCURSES_NOMACROS 1
 #include <curses.h>
 #include <term.h>
+#undef lines
 
 namespace dinmala {
 

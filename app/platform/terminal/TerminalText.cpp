@@ -92,9 +92,9 @@ std::vector<std::wstring> wrapText(std::wstring_view text, int width) {
             used = 0;
         }
         for (std::size_t from = 0; from < word.size();) {
-            const std::size_t end = letterEnd(word, from);
-            const std::wstring_view letter = word.substr(from, end - from);
-            from = end;
+            std::wstring_view letter = word.substr(from, letterEnd(word, from) - from);
+            while (letter.size() > 1 && columnsOf(letter) > width) letter.remove_suffix(1);
+            from += letter.size();
             const int columns = columnsOf(letter);
             if (columns > width) continue;
             if (used + columns > width) {

@@ -29,9 +29,10 @@ std::string statusTitle(const StatusItem* item, const Outlets& outlets) {
 }
 
 TerminalLine rule(int width) {
-    std::wstring text(static_cast<std::size_t>(width), kRule);
-    text.replace(0, std::min<std::size_t>(kMargin, text.size()), kMargin, L' ');
-    return {std::move(text), Look::quiet};
+    const int margin = std::min(kMargin, width);
+    return {std::wstring(static_cast<std::size_t>(margin), L' ') +
+                std::wstring(static_cast<std::size_t>(width - margin), kRule),
+            Look::quiet};
 }
 
 }  // namespace
@@ -44,6 +45,7 @@ std::vector<TerminalLine> TerminalView::lines(const StatusItem* item, int width,
     const bool wasVisible = before != kNone && isVisible(before);
     item_ = item;
     if (width < 1 || height < 1) return {};
+    if (std::exchange(width_, width) != width || std::exchange(height_, height) != height) top_ = 0;
 
     // One column stays free: a terminal that disagrees about the width of a sign
     // must not break the line by itself.
@@ -80,14 +82,16 @@ std::vector<TerminalLine> TerminalView::lines(const StatusItem* item, int width,
 
     page_ = room;
     scrollTo(top_);
-    if (wasVisible && selectedRow() != kNone) show(selectedRow());
+    const std::size_t now = selectedRow();
+    if (wasVisible && now != kNone && !isVisible(now)) show(now);
 
     const int end = std::min(static_cast<int>(body_.size()), top_ + page_);
     for (int i = top_; i < end; ++i) {
         TerminalLine line = body_[static_cast<std::size_t>(i)];
-        const bool markable = line.look != Look::title && line.text.starts_with(L"  ");
-        if (markable && i == top_ && top_ > 0) line.text[0] = kMoreAbove;
-        if (markable && i == end - 1 && end < static_cast<int>(body_.size())) line.text[0] = kMoreBelow;
+        const std::size_t blank = line.look == Look::title ? std::wstring::npos : line.text.find(L' ');
+        const bool markable = blank < kMargin;
+        if (markable && i == top_ && top_ > 0) line.text[blank] = kMoreAbove;
+        if (markable && i == end - 1 && end < static_cast<int>(body_.size())) line.text[blank] = kMoreBelow;
         out.push_back(std::move(line));
     }
     // The foot stays at the bottom.
