@@ -44,7 +44,12 @@ std::wstring decodeForTerminal(std::string_view utf8) {
     std::wstring text;
     for (std::size_t i = 0; i < utf8.size();) {
         const auto first = static_cast<unsigned char>(utf8[i]);
-        const std::size_t length = first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
+        const std::size_t length = first < 0x80   ? 1
+                                   : first < 0xC2 ? 0
+                                   : first < 0xE0 ? 2
+                                   : first < 0xF0 ? 3
+                                   : first < 0xF5 ? 4
+                                                  : 0;
         std::uint32_t code = length < 2 ? first : first & (0xFFU >> (length + 1));
         bool good = length > 0 && i + length <= utf8.size();
         for (std::size_t k = 1; good && k < length; ++k) {

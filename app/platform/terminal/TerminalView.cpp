@@ -124,7 +124,9 @@ void TerminalView::layOutBody(int width) {
             body_.push_back(rule(width));
         else
             addText(textOf(row), width, kMargin + 2 * row.depth,
-                    row.item == selected_ ? Look::selected : row.selectable ? Look::plain : Look::quiet);
+                    row.item == selected_ ? Look::selected
+                    : row.selectable      ? Look::plain
+                                          : Look::quiet);
         row.endLine = static_cast<int>(body_.size());
     }
 }
@@ -167,8 +169,8 @@ std::wstring TerminalView::textOf(const Row& row) const {
 }
 
 std::size_t TerminalView::selectedRow() const {
-    const auto found =
-        std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) { return row.item == selected_ && row.selectable; });
+    const auto found = std::find_if(rows_.begin(), rows_.end(),
+                                    [&](const Row& row) { return row.item == selected_ && row.selectable; });
     return found == rows_.end() ? kNone : static_cast<std::size_t>(found - rows_.begin());
 }
 
@@ -176,9 +178,7 @@ bool TerminalView::isVisible(std::size_t row) const {
     return rows_[row].endLine > top_ && rows_[row].firstLine < top_ + page_;
 }
 
-void TerminalView::scrollTo(int top) {
-    top_ = std::clamp(top, 0, std::max(0, static_cast<int>(body_.size()) - page_));
-}
+void TerminalView::scrollTo(int top) { top_ = std::clamp(top, 0, std::max(0, static_cast<int>(body_.size()) - page_)); }
 
 /// Scrolls as little as brings the row into view, its first line above all.
 void TerminalView::show(std::size_t row) {
@@ -224,10 +224,18 @@ void TerminalView::close() {
 const MenuItem* TerminalView::press(TerminalKey key) {
     const std::size_t row = selectedRow();
     switch (key) {
-        case TerminalKey::up: move(-1); break;
-        case TerminalKey::down: move(1); break;
-        case TerminalKey::pageUp: scrollTo(top_ - page_); break;
-        case TerminalKey::pageDown: scrollTo(top_ + page_); break;
+        case TerminalKey::up:
+            move(-1);
+            break;
+        case TerminalKey::down:
+            move(1);
+            break;
+        case TerminalKey::pageUp:
+            scrollTo(top_ - page_);
+            break;
+        case TerminalKey::pageDown:
+            scrollTo(top_ + page_);
+            break;
         case TerminalKey::home:
             for (std::size_t i = rows_.size(); i-- > 0;)
                 if (rows_[i].selectable) select(i);
@@ -238,7 +246,9 @@ const MenuItem* TerminalView::press(TerminalKey key) {
                 if (rows_[i].selectable) select(i);
             scrollTo(static_cast<int>(body_.size()));
             break;
-        case TerminalKey::close: close(); break;
+        case TerminalKey::close:
+            close();
+            break;
         case TerminalKey::open:
         case TerminalKey::choose:
             if (row == kNone) break;
@@ -255,8 +265,8 @@ const MenuItem* TerminalView::press(TerminalKey key) {
 }
 
 const MenuItem* TerminalView::toggleNumber(int number) const {
-    const auto found = std::find_if(rows_.begin(), rows_.end(),
-                                    [&](const Row& row) { return number > 0 && row.number == number; });
+    const auto found =
+        std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) { return number > 0 && row.number == number; });
     return found == rows_.end() ? nullptr : found->item;
 }
 

@@ -23,7 +23,9 @@ struct FakeMenu {
         outlets.descriptionMenuItem = &add("दशमी, सीता जयन्ती");
     }
 
-    MenuItem& add(std::string title, MenuItem::Kind kind = MenuItem::Kind::plain) { return addTo(menu, std::move(title), kind); }
+    MenuItem& add(std::string title, MenuItem::Kind kind = MenuItem::Kind::plain) {
+        return addTo(menu, std::move(title), kind);
+    }
 
     static MenuItem& addTo(Menu& to, std::string title, MenuItem::Kind kind = MenuItem::Kind::plain) {
         MenuItem& item = to.add(std::make_unique<MenuItem>(kind));

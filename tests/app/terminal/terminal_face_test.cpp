@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
-#include <sys/wait.h>
 #include <sys/ioctl.h>
+#include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 #include <utmp.h>
@@ -80,7 +80,9 @@ protected:
         output.erase(0, output.find(text) + text.size());
         return true;
     }
-    void type(std::string_view keys) { ASSERT_EQ(write(master, keys.data(), keys.size()), static_cast<ssize_t>(keys.size())); }
+    void type(std::string_view keys) {
+        ASSERT_EQ(write(master, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+    }
 
     /// The child's exit status, -1 when it does not end.
     int ends() {
