@@ -125,7 +125,10 @@ public:
 
 private:
     /// A display key with its toggle item.
-    struct Toggle;
+    struct Toggle {
+        std::string_view key;
+        MenuItem* Outlets::*item;
+    };
     static const Toggle kToggles[8];
 
     [[nodiscard]] MenuItem* itemOf(const Toggle& toggle) const { return outlets_.*(toggle.item); }
@@ -145,11 +148,6 @@ private:
     std::unique_ptr<DataStore> ds_;
     std::uint64_t minute_ = 0;
     Preferences* prefs_ = nullptr;
-};
-
-struct AppDelegate::Toggle {
-    std::string_view key;
-    MenuItem* Outlets::*item;
 };
 
 }  // namespace dinmala
