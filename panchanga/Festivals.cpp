@@ -72,6 +72,7 @@ void readBase(Words& words, Festival& festival) {
     }
     if ((festival.kind == Kind::lunar || festival.kind == Kind::everyMonth) && !words.done()) {
         festival.part = static_cast<DayPart>(words.oneOf("part of the day", kParts));
+        festival.partGiven = true;
     }
 }
 
@@ -184,7 +185,7 @@ Occurrence occurrenceOf(const Tithi& tithi, const Festival& festival, const Plac
     const Found found = dayOf(tithi.begin, tithi.end, festival.part, festival.later, place);
     bool sure = !found.two || festival.later || festival.earlier;
     std::vector<DayPart> parts{festival.part};
-    if (festival.part <= DayPart::afternoon) {
+    if (!festival.partGiven) {
         parts = {DayPart::sunrise, DayPart::midday, DayPart::afternoon};
     }
     for (const DayPart part : parts) {

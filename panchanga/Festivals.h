@@ -57,7 +57,7 @@ enum class DayPart {
 
 /// How far a day can be trusted, best last.
 enum class Grade {
-    usual,  ///< another moment of the day, or ends of the tithi 25 minutes off, would move it
+    usual,  ///< ends of the tithi 25 minutes off would move it, or, where the rule names no moment, midday or afternoon
     sure,   ///< they would not
     dated,  ///< taken from a dated source, or fixed in the civil calendar
 };
@@ -89,6 +89,7 @@ struct Festival {
     bool bothHalves = false;                 ///< everyMonth
     bool adhika = false;                     ///< lunar: in extra months only, whichever month it is
     DayPart part = DayPart::sunrise;         ///< lunar, everyMonth
+    bool partGiven = false;                  ///< the rule names its moment; without, sunrise is only the custom
     double degrees = 0.0;                    ///< moonEnters
     int other = 0;                           ///< withOther: the id whose day this one goes by
     std::vector<std::chrono::sys_days> dates;  ///< dates

@@ -62,4 +62,50 @@ private:
     std::map<int, Year> years_;
 };
 
+/// almanac/rules/years.txt: what each year's event list must hold. Its grammar stands at its head.
+class EventPlans {
+public:
+    /// Throws FileError on a line that breaks the grammar.
+    EventPlans(std::istream& plans, const std::string& fileName);
+
+    /// Names by event id: those that tell which two ids say the same.
+    using Names = std::map<int, std::string>;
+    /// Days of an important-event list, in AD, with their ids.
+    using Dated = std::vector<std::pair<std::chrono::sys_days, int>>;
+
+    /// The year's event list, in order. Throws FileError when the rules cannot fill what the year must hold.
+    [[nodiscard]] std::vector<Token> list(const SkyYear& sky, const Festivals& festivals, const Names& names,
+                                          const Dated& important) const;
+
+    /// The important-event list that `year` names, or an empty text.
+    [[nodiscard]] std::string importantFile(int year) const;
+
+private:
+    using MonthDay = std::pair<int, int>;
+    struct Plan {
+        int line = 0;
+        std::size_t tokens = 0, ids = 0, most = 0;
+        int newest = 0;  ///< the last id that the year brought in
+        std::vector<std::pair<MonthDay, std::vector<int>>> wholes, days;  ///< `days` in list order for the first
+        std::vector<MonthDay> ordered;                                    ///< the days that begin with their ids
+        MonthDay last;  ///< the day that ends with `lastOfDay`
+        int lastOfDay = 0;
+        std::map<MonthDay, std::size_t> full;
+        std::vector<std::pair<MonthDay, MonthDay>> quiet;
+        std::vector<Token> standing, twice;
+        std::string important;
+        std::vector<int> later;
+    };
+    friend class EventFiller;
+
+    std::string fileName_;
+    std::map<int, Plan> plans_;
+};
+
+/// Reads `id|name` lines. Throws FileError.
+[[nodiscard]] EventPlans::Names readNames(std::istream& names, const std::string& fileName);
+
+/// Reads `yyyyMMdd id id` lines. Throws FileError.
+[[nodiscard]] EventPlans::Dated readDated(std::istream& list, const std::string& fileName);
+
 }  // namespace dinmala::panchanga

@@ -43,6 +43,43 @@ int run(const std::vector<std::string>& arguments) {
                   << writeYearList(TithiRules{rules, rulesPath}.list(year, calendar, panchanga));
         return EXIT_SUCCESS;
     }
+    const std::string festivalsPath = root + "/almanac/rules/festivals.txt";
+    std::ifstream rules = opened(festivalsPath);
+    const Festivals festivals{rules, festivalsPath};
+    const SkyYear sky{year, calendar, panchanga};
+    if (arguments[0] == "days") {
+        const int only = arguments.size() > 3 ? std::atoi(arguments[3].c_str()) : 0;
+        for (const auto& [id, festival] : festivals.all()) {
+            for (const Occurrence& one : festivals.daysOf(id, sky)) {
+                if (only == 0 || only == id) {
+                    const std::chrono::year_month_day ad{one.day};
+                    const BsCalendar::Date bs = calendar.date(one.day);
+                    std::cout << id << ' ' << static_cast<int>(ad.year()) << '-' << static_cast<unsigned>(ad.month())
+                              << '-' << static_cast<unsigned>(ad.day()) << " (" << bs.month << '/' << bs.day << ") "
+                              << gradeName(one.grade) << '\n';
+                }
+            }
+        }
+        return EXIT_SUCCESS;
+    }
+    if (arguments[0] == "events") {
+        const std::string plansPath = root + "/almanac/rules/years.txt";
+        const std::string namesPath = root + "/almanac/data/event_names.txt";
+        std::ifstream plansFile = opened(plansPath);
+        std::ifstream namesFile = opened(namesPath);
+        const EventPlans plans{plansFile, plansPath};
+        EventPlans::Dated important;
+        if (const std::string name = plans.importantFile(year); !name.empty()) {
+            const std::string importantPath = root + "/almanac/data/" + name;
+            std::ifstream importantFile = opened(importantPath);
+            important = readDated(importantFile, importantPath);
+        }
+        const std::vector<Token> list = plans.list(sky, festivals, readNames(namesFile, namesPath), important);
+        std::cout << "# The events of BS " << year << ", made by make_almanac from almanac/rules.\n"
+                  << writeYearList(list);
+        return EXIT_SUCCESS;
+    }
+    std::cerr << "no such list: " << arguments[0] << '\n';
     return EXIT_FAILURE;
 }
 
