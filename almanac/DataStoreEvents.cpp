@@ -21,11 +21,11 @@ std::optional<std::string_view> lookUp(const TextMap& map, std::string_view key)
 /// Midnight in Nepal at the start of an AD date; nothing for a text that is not
 /// a date.
 std::optional<Moment> startOfNepalDay(std::string_view adDate) {
-    const bool digits =
-        std::all_of(adDate.begin(), adDate.end(), [](char c) { return c >= '0' && c <= '9'; });
-    const std::chrono::year_month_day date{std::chrono::year{fieldValue(adDate, adText::kYear)},
-                                           std::chrono::month{static_cast<unsigned>(fieldValue(adDate, adText::kMonth))},
-                                           std::chrono::day{static_cast<unsigned>(fieldValue(adDate, adText::kDay))}};
+    const bool digits = std::all_of(adDate.begin(), adDate.end(), [](char c) { return c >= '0' && c <= '9'; });
+    const std::chrono::year_month_day date{
+        std::chrono::year{fieldValue(adDate, adText::kYear)},
+        std::chrono::month{static_cast<unsigned>(fieldValue(adDate, adText::kMonth))},
+        std::chrono::day{static_cast<unsigned>(fieldValue(adDate, adText::kDay))}};
     if (!digits || !date.ok()) return std::nullopt;
     return kathmandu().toMoment(std::chrono::local_days{date});
 }

@@ -7,8 +7,7 @@
 
 namespace dinmala {
 
-AppDelegate::AppDelegate(Platform platform, Outlets outlets)
-    : platform_(std::move(platform)), outlets_(outlets) {}
+AppDelegate::AppDelegate(Platform platform, Outlets outlets) : platform_(std::move(platform)), outlets_(outlets) {}
 
 void AppDelegate::awakeFromNib() {
     prefs_ = platform_.preferences;

@@ -9,8 +9,8 @@ namespace dinmala {
 
 /// The flag first, then the pieces in the order of the title.
 const AppDelegate::Toggle AppDelegate::kToggles[8] = {
-    {"icon", &Outlets::iconMenuItem}, {"year", &Outlets::yearMenuItem},   {"month", &Outlets::monthMenuItem},
-    {"day", &Outlets::dayMenuItem},   {"dow", &Outlets::dowMenuItem},     {"time", &Outlets::timeMenuItem},
+    {"icon", &Outlets::iconMenuItem},   {"year", &Outlets::yearMenuItem},   {"month", &Outlets::monthMenuItem},
+    {"day", &Outlets::dayMenuItem},     {"dow", &Outlets::dowMenuItem},     {"time", &Outlets::timeMenuItem},
     {"tithi", &Outlets::tithiMenuItem}, {"event", &Outlets::eventMenuItem},
 };
 

@@ -19,12 +19,12 @@ struct Outlet {
 };
 
 constexpr Outlet<MenuItem> kItemOutlets[] = {
-    {"dateMenuItem", &Outlets::dateMenuItem},   {"descriptionMenuItem", &Outlets::descriptionMenuItem},
+    {"dateMenuItem", &Outlets::dateMenuItem},       {"descriptionMenuItem", &Outlets::descriptionMenuItem},
     {"startupMenuItem", &Outlets::startupMenuItem}, {"logoMenuItem", &Outlets::logoMenuItem},
-    {"iconMenuItem", &Outlets::iconMenuItem},   {"yearMenuItem", &Outlets::yearMenuItem},
-    {"monthMenuItem", &Outlets::monthMenuItem}, {"dayMenuItem", &Outlets::dayMenuItem},
-    {"dowMenuItem", &Outlets::dowMenuItem},     {"timeMenuItem", &Outlets::timeMenuItem},
-    {"tithiMenuItem", &Outlets::tithiMenuItem}, {"eventMenuItem", &Outlets::eventMenuItem},
+    {"iconMenuItem", &Outlets::iconMenuItem},       {"yearMenuItem", &Outlets::yearMenuItem},
+    {"monthMenuItem", &Outlets::monthMenuItem},     {"dayMenuItem", &Outlets::dayMenuItem},
+    {"dowMenuItem", &Outlets::dowMenuItem},         {"timeMenuItem", &Outlets::timeMenuItem},
+    {"tithiMenuItem", &Outlets::tithiMenuItem},     {"eventMenuItem", &Outlets::eventMenuItem},
 };
 
 constexpr Outlet<Label> kLabelOutlets[] = {
@@ -141,7 +141,8 @@ struct Interface::Builder {
         if (row.contains("button")) addButton(item, text(row, "button", where), where);
         if (row.contains("action")) {
             std::string action = text(row, "action", where);
-            if (action != kTerminate && entryOf(kActions, action) == nullptr) fail(where, "there is no action " + action);
+            if (action != kTerminate && entryOf(kActions, action) == nullptr)
+                fail(where, "there is no action " + action);
             interface.actions_.emplace(&item, std::move(action));
         }
         if (row.contains("rows")) {

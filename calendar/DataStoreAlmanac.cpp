@@ -51,11 +51,10 @@ std::vector<std::string> DataStore::getYearUpcomingEventsAfterMonthAndDay(std::u
         const auto adDate = convertBs2Ad(padded(static_cast<std::uint64_t>(eventDay), 2) +
                                          padded(static_cast<std::uint64_t>(eventMonth), 2) + std::to_string(year));
         if (!adDate) {
-            result.push_back(
-                name + "~" +
-                std::string{DataStoreFunctions::getNameForMonthInCalendarAndFormat(
-                    static_cast<std::uint64_t>(eventMonth), true, true)} +
-                " " + std::string{DataStoreFunctions::getNepaliDateDigitFor(eventDay)});
+            result.push_back(name + "~" +
+                             std::string{DataStoreFunctions::getNameForMonthInCalendarAndFormat(
+                                 static_cast<std::uint64_t>(eventMonth), true, true)} +
+                             " " + std::string{DataStoreFunctions::getNepaliDateDigitFor(eventDay)});
             continue;
         }
         const std::uint64_t left = daysBetween(now, startOfDay(*adDate));

@@ -94,7 +94,8 @@ std::map<int, std::vector<int>> readLengths(const fs::path& path) {
         const std::string head = parts.front();
         if (head.size() != 5 || head.back() != ':') line.refuse("does not begin with a year and a colon");
         const int year = fixedNumber(line, head.substr(0, 4), 4, "a year");
-        if (year != next) line.refuse("has year " + std::to_string(year) + " where " + std::to_string(next) + " follows");
+        if (year != next)
+            line.refuse("has year " + std::to_string(year) + " where " + std::to_string(next) + " follows");
         ++next;
         if (parts.size() != 13) line.refuse("has " + std::to_string(parts.size() - 1) + " lengths in place of 12");
         int days = 0;
@@ -110,7 +111,8 @@ std::map<int, std::vector<int>> readLengths(const fs::path& path) {
         }
         if (days < 364 || days > 366) line.refuse("has a year of " + std::to_string(days) + " days");
     });
-    if (next != kLastYear + 1) throw std::runtime_error(path.filename().string() + ": ends before " + std::to_string(kLastYear));
+    if (next != kLastYear + 1)
+        throw std::runtime_error(path.filename().string() + ": ends before " + std::to_string(kLastYear));
     return years;
 }
 
@@ -144,7 +146,8 @@ std::string names(const fs::path& file) {
         checkId(line, id);
         if (std::stoi(id) <= before) line.refuse("id " + id + " does not come after " + std::to_string(before));
         before = std::stoi(id);
-        if (name.empty() || name.front() == ' ' || name.back() == ' ') line.refuse("name is empty or has a blank at an end");
+        if (name.empty() || name.front() == ' ' || name.back() == ' ')
+            line.refuse("name is empty or has a blank at an end");
         if (name.find_first_of("|~^\"\\\t") != std::string::npos) line.refuse("name has one of | ~ ^ \" \\ or a tab");
         out += "    {\"" + id + "\", \"" + name + "\"},\n";
     });
@@ -175,7 +178,8 @@ std::string list(const fs::path& file, const std::function<int(const Line&, cons
 int yearOfName(const fs::path& file) {
     const std::string stem = file.stem().string();
     const std::string year = stem.substr(stem.size() < 4 ? 0 : stem.size() - 4);
-    if (year.size() != 4 || !allDigits(year)) throw std::runtime_error(file.string() + ": name does not end with a year");
+    if (year.size() != 4 || !allDigits(year))
+        throw std::runtime_error(file.string() + ": name does not end with a year");
     return std::stoi(year);
 }
 
@@ -190,17 +194,18 @@ std::string yearLists(const fs::path& lengthsFile, const std::vector<fs::path>& 
         const int year = yearOfName(file);
         const auto lengths = years.find(year);
         if (lengths == years.end()) throw std::runtime_error(file.string() + ": has a year outside the month table");
-        out += yearEntry(year, list(file, [&](const Line& line, const std::string& head) {
-                             fixedNumber(line, head, 4, "a day and a month");
-                             const int day = std::stoi(head.substr(0, 2));
-                             const int month = std::stoi(head.substr(2));
-                             if (month < 1 || month > 12) line.refuse("there is no month " + std::to_string(month));
-                             if (day < 1) line.refuse("there is no day 0");
-                             if (day > lengths->second[static_cast<std::size_t>(month) - 1]) {
-                                 line.refuse(std::to_string(day) + " is past the end of month " + std::to_string(month));
-                             }
-                             return month * 100 + day;
-                         }));
+        out +=
+            yearEntry(year, list(file, [&](const Line& line, const std::string& head) {
+                          fixedNumber(line, head, 4, "a day and a month");
+                          const int day = std::stoi(head.substr(0, 2));
+                          const int month = std::stoi(head.substr(2));
+                          if (month < 1 || month > 12) line.refuse("there is no month " + std::to_string(month));
+                          if (day < 1) line.refuse("there is no day 0");
+                          if (day > lengths->second[static_cast<std::size_t>(month) - 1]) {
+                              line.refuse(std::to_string(day) + " is past the end of month " + std::to_string(month));
+                          }
+                          return month * 100 + day;
+                      }));
     }
     return out;
 }
@@ -211,7 +216,8 @@ std::string dateLists(const std::vector<fs::path>& files) {
         out += yearEntry(yearOfName(file), list(file, [](const Line& line, const std::string& head) {
                              const int date = fixedNumber(line, head, 8, "a date");
                              const std::chrono::year_month_day day{
-                                 std::chrono::year{date / 10000}, std::chrono::month{static_cast<unsigned>(date / 100 % 100)},
+                                 std::chrono::year{date / 10000},
+                                 std::chrono::month{static_cast<unsigned>(date / 100 % 100)},
                                  std::chrono::day{static_cast<unsigned>(date % 100)}};
                              if (!day.ok()) line.refuse("there is no day " + head);
                              return date;
@@ -235,7 +241,9 @@ void write(const fs::path& path, const std::string& source, const std::string& t
 
 void run(const std::vector<std::string>& args) {
     const std::string mode = args.empty() ? "" : args[0];
-    const auto files = [&](std::size_t from) { return std::vector<fs::path>(args.begin() + static_cast<std::ptrdiff_t>(from), args.end()); };
+    const auto files = [&](std::size_t from) {
+        return std::vector<fs::path>(args.begin() + static_cast<std::ptrdiff_t>(from), args.end());
+    };
     if (mode == "months" && args.size() == 3) {
         write(args[1], fs::path(args[2]).filename().string(), monthTable(args[2]));
     } else if (mode == "names" && args.size() == 4) {

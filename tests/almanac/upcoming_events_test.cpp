@@ -43,7 +43,8 @@ TEST_F(UpcomingEvents, ListAYearAfterADay) {
     setDefaultTimeZone(kathmandu());
     const DataStore store{[] { return nepal(2014, 4, 10); }, texts};
     EXPECT_EQ(store.dse().getUpcomingEventsOfYearAfterMonthAndDay(2070, 1, 1),
-              (Names{"गाई / गोरु तिहार^1/2", "नयाँ वर्ष^12/29", "गाई / गोरु तिहार^12/30", "नयाँ वर्ष^12/31", "गाई / गोरु तिहार^12/0"}));
+              (Names{"गाई / गोरु तिहार^1/2", "नयाँ वर्ष^12/29", "गाई / गोरु तिहार^12/30", "नयाँ वर्ष^12/31",
+                     "गाई / गोरु तिहार^12/0"}));
     EXPECT_EQ(store.dse().getUpcomingEventsOfYearAfterMonthAndDay(2070, 12, 31), Names{});
     EXPECT_EQ(store.dse().getUpcomingEventsOfYearAfterMonthAndDay(2072, 0, 0), Names{});
     // 2070-12-30 is the year's last day: the 31st falls back to its BS date.

@@ -74,7 +74,10 @@ TEST_F(DisplayRules, TheLastPieceGivesWayToTheDefaults) {
 // A toggle wired to its neighbour's key or item shows here: each piece in turn,
 // on and off again, among others.
 TEST_F(DisplayRules, EachPieceFlipsAlone) {
-    struct Toggle { std::string_view key; void (AppDelegate::*set)(Sender); };
+    struct Toggle {
+        std::string_view key;
+        void (AppDelegate::*set)(Sender);
+    };
     for (const Toggle& toggle : {Toggle{"year", &AppDelegate::setYear}, Toggle{"month", &AppDelegate::setMonth},
                                  Toggle{"day", &AppDelegate::setDay}, Toggle{"dow", &AppDelegate::setDow},
                                  Toggle{"time", &AppDelegate::setTime}, Toggle{"tithi", &AppDelegate::setTithi},
@@ -100,10 +103,17 @@ TEST_F(DisplayRules, TheMarkDecidesNotTheKey) {
 
 TEST_F(DisplayRules, SettingsAnswerOnlyTheEightKeys) {
     EXPECT_FALSE(shell.delegate->getPlist("icon"));  // no readable file
-    shell.settings = PropertyList{{"icon", true},       {"year", std::int64_t{1}}, {"month", std::string{"YES"}},
-                                  {"day", 0.5},         {"dow", std::string{"no"}}, {"time", std::string{" +007"}},
-                                  {"tithi", std::string{"0"}}, {"Icon", true},      {"other", true}};
-    for (const std::string_view key : {"icon", "year", "month", "day", "time"}) EXPECT_TRUE(shell.delegate->getPlist(key)) << key;
+    shell.settings = PropertyList{{"icon", true},
+                                  {"year", std::int64_t{1}},
+                                  {"month", std::string{"YES"}},
+                                  {"day", 0.5},
+                                  {"dow", std::string{"no"}},
+                                  {"time", std::string{" +007"}},
+                                  {"tithi", std::string{"0"}},
+                                  {"Icon", true},
+                                  {"other", true}};
+    for (const std::string_view key : {"icon", "year", "month", "day", "time"})
+        EXPECT_TRUE(shell.delegate->getPlist(key)) << key;
     for (const std::string_view key : {"dow", "tithi", "event", "Icon", "other", ""}) {
         EXPECT_FALSE(shell.delegate->getPlist(key)) << key;
     }

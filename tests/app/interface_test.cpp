@@ -18,7 +18,7 @@ std::string shippedDefinition() {
 
 std::string refusal(const std::string& definition) {
     try {
-        const Interface interface{definition, "en"};
+        const Interface interface { definition, "en" };
     } catch (const InterfaceError& error) {
         return error.what();
     }
@@ -36,7 +36,7 @@ MenuItem* rowTitled(const Menu& menu, const std::string& title) {
 // shell is worked through the shipped menu alone.
 TEST(Interface, TheShippedMenuDrivesTheShell) {
     test::Shell shell;
-    Interface interface{shippedDefinition(), "en"};
+    Interface interface { shippedDefinition(), "en" };
     const Outlets& o = interface.outlets();
     for (const MenuItem* item : {o.dateMenuItem, o.descriptionMenuItem, o.startupMenuItem, o.logoMenuItem}) {
         ASSERT_NE(item, nullptr);
@@ -46,11 +46,15 @@ TEST(Interface, TheShippedMenuDrivesTheShell) {
     interface.connect(delegate, [&] { ended = true; });
     delegate.awakeFromNib();
 
-    struct Toggle { const char* key; MenuItem* item; const char* title; };
-    for (const Toggle& toggle :
-         {Toggle{"year", o.yearMenuItem, "Year"}, Toggle{"month", o.monthMenuItem, "Month"}, Toggle{"day", o.dayMenuItem, "Day"},
-          Toggle{"dow", o.dowMenuItem, "Weekday"}, Toggle{"time", o.timeMenuItem, "Time"},
-          Toggle{"tithi", o.tithiMenuItem, "Tithi"}, Toggle{"event", o.eventMenuItem, "Events"}, Toggle{"icon", o.iconMenuItem, "Flag"}}) {
+    struct Toggle {
+        const char* key;
+        MenuItem* item;
+        const char* title;
+    };
+    for (const Toggle& toggle : {Toggle{"year", o.yearMenuItem, "Year"}, Toggle{"month", o.monthMenuItem, "Month"},
+                                 Toggle{"day", o.dayMenuItem, "Day"}, Toggle{"dow", o.dowMenuItem, "Weekday"},
+                                 Toggle{"time", o.timeMenuItem, "Time"}, Toggle{"tithi", o.tithiMenuItem, "Tithi"},
+                                 Toggle{"event", o.eventMenuItem, "Events"}, Toggle{"icon", o.iconMenuItem, "Flag"}}) {
         ASSERT_NE(toggle.item, nullptr) << toggle.key;
         EXPECT_EQ(toggle.item->title(), toggle.title);
         EXPECT_EQ(toggle.item->kind(), MenuItem::Kind::toggle);
@@ -85,7 +89,8 @@ TEST(Interface, SpeaksTheLanguageAskedForElseEnglish) {
     const std::string definition = shippedDefinition();
     EXPECT_NE(rowTitled(*Interface(definition, "ne").outlets().statusMenu, "बन्द गर्ने"), nullptr);
     EXPECT_NE(rowTitled(*Interface(definition, "fr").outlets().statusMenu, "Quit"), nullptr);
-    EXPECT_EQ(Interface(R"({"rows":[{"title":{"de":"Ende"}}]})", "ne").outlets().statusMenu->items()[0]->title(), "Ende");
+    EXPECT_EQ(Interface(R"({"rows":[{"title":{"de":"Ende"}}]})", "ne").outlets().statusMenu->items()[0]->title(),
+              "Ende");
 }
 
 TEST(Interface, SaysWhatIsWrongAndWhere) {
@@ -97,9 +102,12 @@ TEST(Interface, SaysWhatIsWrongAndWhere) {
     EXPECT_EQ(refusal(R"({"rows":[{"title":"x"}]})"), "rows[0]: \"title\" is not a table of languages");
     EXPECT_EQ(refusal(R"({"rows":[{"title":{"en":5}}]})"), "rows[0]: \"en\" is not a text");
     EXPECT_EQ(refusal(R"({"rows":[{"mark":1}]})"), "rows[0]: \"mark\" is not true or false");
-    EXPECT_EQ(refusal(R"({"rows":[{"rows":[{"outlet":"iconMenu"}]}]})"), "rows[0].rows[0]: there is no outlet iconMenu of this kind");
-    EXPECT_EQ(refusal(R"({"rows":[{"label":"iconMenuItem"}]})"), "rows[0]: there is no outlet iconMenuItem of this kind");
-    EXPECT_EQ(refusal(R"({"rows":[{"label":"txtDay"},{"label":"txtDay"}]})"), "rows[1]: outlet txtDay is connected already");
+    EXPECT_EQ(refusal(R"({"rows":[{"rows":[{"outlet":"iconMenu"}]}]})"),
+              "rows[0].rows[0]: there is no outlet iconMenu of this kind");
+    EXPECT_EQ(refusal(R"({"rows":[{"label":"iconMenuItem"}]})"),
+              "rows[0]: there is no outlet iconMenuItem of this kind");
+    EXPECT_EQ(refusal(R"({"rows":[{"label":"txtDay"},{"label":"txtDay"}]})"),
+              "rows[1]: outlet txtDay is connected already");
     EXPECT_EQ(refusal(R"({"rows":[{"action":"setYear"}]})"), "rows[0]: there is no action setYear");
 }
 

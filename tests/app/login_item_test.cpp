@@ -45,7 +45,8 @@ TEST_F(LoginItem, ListedTwiceLosesOnlyTheLaterEntry) {
 }
 
 TEST_F(LoginItem, IsComparedAsAText) {
-    shell.loginItems.entries = {{"case", "/opt/Dinmala/bin/dinmala"}, {"slash", own + "/"}, {"dots", "/opt/./dinmala/bin/dinmala"}};
+    shell.loginItems.entries = {
+        {"case", "/opt/Dinmala/bin/dinmala"}, {"slash", own + "/"}, {"dots", "/opt/./dinmala/bin/dinmala"}};
     start();
     EXPECT_FALSE(marked());
     shell.delegate->removeAsLoginItem();

@@ -6,16 +6,37 @@ namespace dinmala {
 namespace {
 
 TEST(UpdateAnswer, AnnouncesOnlyWhatReadsAsOne) {
-    for (const std::string_view body : {R"({"update":1})", R"({"update":"1"})", R"({"update":true})", R"({"update":1.0})",
-                                        R"( {"other":0, "update" : 1} )"}) {
+    for (const std::string_view body : {R"({"update":1})", R"({"update":"1"})", R"({"update":true})",
+                                        R"({"update":1.0})", R"( {"other":0, "update" : 1} )"}) {
         EXPECT_TRUE(announcesUpdate(body)) << body;
     }
-    for (const std::string_view body :
-         {R"({"update":0})", R"({"update":"0"})", R"({"update":null})", R"({"update":false})", R"({"update":2})",
-          R"({"update":-1})", R"({"update":"1 "})", R"({"update":"01"})", R"({"update":"true"})", R"({"update":[1]})",
-          R"({"update":{"update":1}})", R"({"Update":1})", "{}", "[]", R"([{"update":1}])", "1", "true", "\"1\"", "", " ",
-          R"({"update":1)", R"({"update":1}x)", "{update:1}", "<html>404</html>", "\xff\xfe", "{\"update\":\"\xff\"}",
-          "{\"update\":1e400}"}) {
+    for (const std::string_view body : {R"({"update":0})",
+                                        R"({"update":"0"})",
+                                        R"({"update":null})",
+                                        R"({"update":false})",
+                                        R"({"update":2})",
+                                        R"({"update":-1})",
+                                        R"({"update":"1 "})",
+                                        R"({"update":"01"})",
+                                        R"({"update":"true"})",
+                                        R"({"update":[1]})",
+                                        R"({"update":{"update":1}})",
+                                        R"({"Update":1})",
+                                        "{}",
+                                        "[]",
+                                        R"([{"update":1}])",
+                                        "1",
+                                        "true",
+                                        "\"1\"",
+                                        "",
+                                        " ",
+                                        R"({"update":1)",
+                                        R"({"update":1}x)",
+                                        "{update:1}",
+                                        "<html>404</html>",
+                                        "\xff\xfe",
+                                        "{\"update\":\"\xff\"}",
+                                        "{\"update\":1e400}"}) {
         EXPECT_FALSE(announcesUpdate(body)) << body;
     }
     EXPECT_FALSE(announcesUpdate(std::string(100000, '[')));
@@ -39,8 +60,8 @@ TEST_F(UpdateCheck, AsksForVersionThenBuildAndShowsTheButton) {
 }
 
 TEST_F(UpdateCheck, HidesTheButtonUnlessAnUpdateIsAnnounced) {
-    for (const std::optional<std::string>& answer :
-         {std::optional<std::string>{}, std::optional<std::string>{""}, std::optional<std::string>{R"({"update":0})"}}) {
+    for (const std::optional<std::string>& answer : {std::optional<std::string>{}, std::optional<std::string>{""},
+                                                     std::optional<std::string>{R"({"update":0})"}}) {
         shell.update.setHidden(false);
         shell.answer = answer;
         EXPECT_FALSE(check());
@@ -60,7 +81,8 @@ TEST_F(UpdateCheck, FetchesNothingFromANameThatIsNoSite) {
 TEST_F(UpdateCheck, OpensThePagesOfTheSameHost) {
     shell.delegate->goToWeb(nullptr);
     shell.delegate->goToUpdateURL(nullptr);
-    EXPECT_EQ(shell.opened, (std::vector<std::string>{"http://site.example/?ref=mac", "http://site.example/apps/mac/"}));
+    EXPECT_EQ(shell.opened,
+              (std::vector<std::string>{"http://site.example/?ref=mac", "http://site.example/apps/mac/"}));
 }
 
 }  // namespace

@@ -16,7 +16,9 @@ protected:
 // A wrong bound or a "day - 1" shows at the ends of months and of the table. The
 // dates are written out, so a table that has shifted fails here too.
 TEST_F(DateConversion, AgreesWithKnownDaysBothWays) {
-    struct Day { std::string_view bs, ad, adDashed, bsDashed; };
+    struct Day {
+        std::string_view bs, ad, adDashed, bsDashed;
+    };
     for (const Day& day : {Day{"01011999", "19420413", "1942-04-13", "1-01-1999"},
                            Day{"01012070", "20130414", "2013-04-14", "1-01-2070"},
                            Day{"07012070", "20130420 06:30", "2013-04-20", "7-01-2070"},

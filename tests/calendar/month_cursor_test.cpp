@@ -45,10 +45,10 @@ TEST_F(MonthCursor, ReadsEveryFieldOfEveryCursor) {
                       s.showingADStartMonth(), s.showingADStartDay(), s.showingADEndYear(), s.showingADEndMonth(),
                       s.showingADEndDay(), s.showingBSFirstWeekDay()}),
               (Values{1, 2070, 31, 2013, 4, 14, 2013, 5, 14, 1}));
-    EXPECT_EQ((Values{s.nextBSMonth(), s.nextBSYear(), s.nextBSNoOfDays(), s.nextADStartYear(), s.nextADStartMonth(),
-                      s.nextADStartDay(), s.nextADEndYear(), s.nextADEndMonth(), s.nextADEndDay(),
-                      s.nextBSFirstWeekDay()}),
-              (Values{2, 2071, 32, 2014, 5, 15, 2015, 6, 16, 2}));
+    EXPECT_EQ(
+        (Values{s.nextBSMonth(), s.nextBSYear(), s.nextBSNoOfDays(), s.nextADStartYear(), s.nextADStartMonth(),
+                s.nextADStartDay(), s.nextADEndYear(), s.nextADEndMonth(), s.nextADEndDay(), s.nextBSFirstWeekDay()}),
+        (Values{2, 2071, 32, 2014, 5, 15, 2015, 6, 16, 2}));
     EXPECT_EQ((Values{s.previousBSMonth(), s.previousBSYear(), s.previousBSNoOfDays(), s.previousADStartYear(),
                       s.previousADStartMonth(), s.previousADStartDay(), s.previousADEndYear(), s.previousADEndMonth(),
                       s.previousADEndDay(), s.previousBSFirstWeekDay()}),

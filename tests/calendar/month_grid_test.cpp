@@ -68,9 +68,9 @@ TEST_F(MonthGrid, AgreesWithDayArithmeticInEveryMonth) {
         const Cells bs = store.getMonthBSDays();
         ASSERT_EQ(ad.size(), 42u);
         ASSERT_EQ(bs.size(), 42u);
-        const sys_days first = sys_days{year{static_cast<int>(store.showingADStartYear())} /
-                                        static_cast<int>(store.showingADStartMonth()) /
-                                        static_cast<int>(store.showingADStartDay())};
+        const sys_days first =
+            sys_days{year{static_cast<int>(store.showingADStartYear())} /
+                     static_cast<int>(store.showingADStartMonth()) / static_cast<int>(store.showingADStartDay())};
         const auto offset = static_cast<std::int64_t>(store.showingBSFirstWeekDay()) - 1;
         for (std::size_t cell = 0; cell < 42; ++cell) {
             const sys_days day = first + days{static_cast<std::int64_t>(cell) - offset};

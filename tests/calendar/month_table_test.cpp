@@ -26,7 +26,8 @@ sys_days dayOf(std::string_view record, Field field) {
 // field width anywhere before them moves one of these.
 TEST_F(MonthTable, SpellsTheKnownRecordsAtTheirIndices) {
     EXPECT_EQ(kMonthTable.size(), 31511u);
-    EXPECT_TRUE(kMonthTable.starts_with("0119993119420413194205132 0219993219420514194206145 0319993119420615194207152"));
+    EXPECT_TRUE(
+        kMonthTable.starts_with("0119993119420413194205132 0219993219420514194206145 0319993119420615194207152"));
     EXPECT_TRUE(kMonthTable.ends_with("1120993020430213204303146 1220993020430315204304131"));
     ASSERT_EQ(store.dataArray().size(), kMonthCount);
     EXPECT_EQ(store.dataArray()[11], "1219993119430314194304131");
@@ -55,18 +56,24 @@ TEST_F(MonthTable, EveryMonthFollowsTheOneBefore) {
 }
 
 TEST_F(MonthTable, FindsMonthsByAdDate) {
-    struct Case { std::string_view date; std::uint64_t index; };
-    for (const Case& one : {Case{"19420413", 0}, Case{"19420514", 1}, Case{"20130414 06:30", 852}, Case{"20130514", 852},
-                            Case{"20130515", 853}, Case{"20430413", 1211},
+    struct Case {
+        std::string_view date;
+        std::uint64_t index;
+    };
+    for (const Case& one : {Case{"19420413", 0}, Case{"19420514", 1}, Case{"20130414 06:30", 852},
+                            Case{"20130514", 852}, Case{"20130515", 853}, Case{"20430413", 1211},
                             // Misses give 0: outside the table, too short, no number, no such month.
-                            Case{"19420412", 0}, Case{"20430414", 0}, Case{"2013041", 0}, Case{"", 0}, Case{"abcdefgh", 0},
-                            Case{"-2013041", 0}, Case{"99999999", 0}}) {
+                            Case{"19420412", 0}, Case{"20430414", 0}, Case{"2013041", 0}, Case{"", 0},
+                            Case{"abcdefgh", 0}, Case{"-2013041", 0}, Case{"99999999", 0}}) {
         EXPECT_EQ(store.findIndexByAd(one.date), one.index) << one.date;
     }
 }
 
 TEST_F(MonthTable, FindsMonthsByBsDate) {
-    struct Case { std::string_view date; std::uint64_t index; };
+    struct Case {
+        std::string_view date;
+        std::uint64_t index;
+    };
     for (const Case& one : {Case{"01012070", 852}, Case{"30122099", 1211}, Case{"15011999", 0}, Case{"99012070", 852},
                             Case{"xx 12070", 852},  // leading white space is part of a number
                             Case{"01131999", 0}, Case{"01002070", 0}, Case{"01012100", 0}, Case{"01011998", 0},
@@ -99,7 +106,8 @@ TEST_F(MonthTable, ShortCutAndScanAgree) {
 
 // A table of another make: the first record that matches counts, and none is 0.
 TEST_F(MonthTable, AnotherTableIsSearchedAsItStands) {
-    const StoreTexts texts{.monthTable = "0120813120240413202405137 0220813120240514202406133 0220813120240514202406133"};
+    const StoreTexts texts{.monthTable =
+                               "0120813120240413202405137 0220813120240514202406133 0220813120240514202406133"};
     DataStore other{[] { return nepal(2024, 5, 20); }, texts};
     EXPECT_TRUE(other.coversToday());
     EXPECT_EQ(other.cm_index(), 1u);

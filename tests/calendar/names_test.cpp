@@ -19,7 +19,8 @@ TEST(Numerals, ComeFromTheirTablesAndFallBackToEntryZero) {
     EXPECT_EQ(F::getNepaliDateDigitFor(32), "३२");
     EXPECT_EQ(F::getNepaliTimeDigitFor(5), "०५");
     EXPECT_EQ(F::getNepaliTimeDigitFor(59), "५९");
-    for (const std::int32_t outside : {-1, 33, 60, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()}) {
+    for (const std::int32_t outside :
+         {-1, 33, 60, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()}) {
         EXPECT_EQ(F::getNepaliDateDigitFor(outside), "०") << outside;
     }
     EXPECT_EQ(F::getNepaliTimeDigitFor(60), "००");

@@ -31,7 +31,7 @@ TEST_F(NepalClock, TheDateTurnsAt1815Utc) {
     EXPECT_EQ(store.getCurrentBSDayOfWeek(), "7");
     EXPECT_EQ(store.getCurrentBSTime(), "००:००");
     EXPECT_EQ(store.ad_c_date(), "20130419 23:59");  // as read at creation
-    now = turn - 1ns;  // parts of a second belong to the second begun
+    now = turn - 1ns;                                // parts of a second belong to the second begun
     EXPECT_EQ(store.getCurrentBSTimeFull(), "२३:५९:५९");
 }
 
@@ -88,8 +88,8 @@ TEST_F(NepalClock, EveryDayOfTheTableFollowsTheDayBefore) {
 }
 
 TEST_F(NepalClock, OutsideTheTableThereIsNoDay) {
-    for (const Moment outside : {nepal(1942, 4, 12, 23, 59), nepal(2043, 4, 14, 0, 0), nepal(1970, 1, 1) - 24h * 365 * 200,
-                                 nepal(2200, 6, 1)}) {
+    for (const Moment outside : {nepal(1942, 4, 12, 23, 59), nepal(2043, 4, 14, 0, 0),
+                                 nepal(1970, 1, 1) - 24h * 365 * 200, nepal(2200, 6, 1)}) {
         const DataStore store = storeAt(outside);
         EXPECT_FALSE(store.coversToday()) << store.ad_c_date();
         EXPECT_EQ(store.cm_index(), 0u);

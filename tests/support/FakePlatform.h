@@ -93,9 +93,7 @@ public:
     explicit Shell(Moment moment = nepal(2024, 10, 18, 14, 5)) : now(moment) { restart(); }
 
     /// What happens when the program is started again on the same machine.
-    void restart() {
-        delegate = std::make_unique<AppDelegate>(platform(), outlets());
-    }
+    void restart() { delegate = std::make_unique<AppDelegate>(platform(), outlets()); }
 
     [[nodiscard]] Platform platform() {
         Platform p;
