@@ -6,7 +6,7 @@ ruler and compass. This does the same with numbers; each step carries its number
 each point its letter. AB is one unit; x goes right from A, y goes up.
 """
 
-from math import atan2, cos, degrees, hypot, pi, sin, sqrt
+from math import cos, hypot, pi, sin, sqrt
 
 RED, BLUE, WHITE = "#dc143c", "#003893", "#ffffff"
 UNIT = 300  # SVG units for the length of AB
@@ -24,7 +24,7 @@ def distance(p, q):
     return hypot(p[0] - q[0], p[1] - q[1])
 
 
-def toLine(point, p, q):
+def to_line(point, p, q):
     """The shortest distance from a point to the line through p and q."""
     (x, y), (x1, y1), (x2, y2) = point, p, q
     return abs((x2 - x1) * (y1 - y) - (x1 - x) * (y2 - y1)) / distance(p, q)
@@ -59,7 +59,7 @@ K = meet(J, (1.0, J[1]), C, G)  # 7: JK parallel to AB, up to CG
 L = (H[0], J[1])  # 8: where JK cuts HI
 # 9: join JG
 M = meet(J, G, H, I)  # 10: where JG cuts HI
-N = (H[0], M[1] - toLine(M, B, D))  # 11: below M, as far as BD is from M
+N = (H[0], M[1] - to_line(M, B, D))  # 11: below M, as far as BD is from M
 O = (0.0, M[1])  # 12: OM, through M, parallel to AB
 LN = distance(L, N)
 half = sqrt(LN * LN - (L[1] - M[1]) ** 2)  # 13: lower half circle about L, radius LN,
@@ -70,7 +70,7 @@ R, S = circles(L, LN, N, NM)  # 15: arc about N, radius NM, cuts PNQ at R and S
 T = (H[0], R[1])  # 15: where RS cuts HI
 TS = distance(T, S)  # 16: upper half circle about T, radius TS
 TM = distance(T, M)  # 17: upper arc about T, radius TM, cuts PNQ at two points
-arcEnds = circles(L, LN, T, TM)
+arc_ends = circles(L, LN, T, TM)
 # 18: eight equal triangles between the half circle of 16 and the arc of 17: bases
 # on the inner, points on the outer, side by side over the upper half.
 inner = [polar(T, TM, pi - i * pi / 8) for i in range(9)]
@@ -122,4 +122,26 @@ def arc(radius, end, sweep, large=0):
     return f"A{radius * UNIT:.3f} {radius * UNIT:.3f} 0 {large} {sweep} {at(end)}"
 
 
-crescent = f"M{at(P)}{arc(LN, Q, 0)}{arc(MQ, P, 1)}Z"
+# One outline: down PNQ to the arc of 17, over the triangles, PNQ again, and back
+# along the half circle of 14.
+moon = (
+    f"M{at(P)}{arc(LN, arc_ends[0], 0)}{arc(TM, inner[0], 1)}"
+    + "".join(f"L{at(outer[i])}L{at(inner[i + 1])}" for i in range(8))
+    + f"{arc(TM, arc_ends[1], 1)}{arc(LN, Q, 0)}{arc(MQ, P, 1)}Z"
+)
+
+width, height = (right - left) * UNIT, (top - bottom) * UNIT
+print(
+    f"""<svg xmlns="http://www.w3.org/2000/svg" width="{width:.3f}" height="{height:.3f}" viewBox="0 0 {width:.3f} {height:.3f}">
+  <!-- The national flag of Nepal, drawn by draw_flag.py; AB = {UNIT}, height : width = {height / width:.5f}. -->
+  <title>National flag of Nepal</title>
+  <!-- 23: the border, as wide as TN = {TN * UNIT:.3f} -->
+  <path fill="{BLUE}" d="{polygon(outside)}"/>
+  <!-- 1 to 5: the shape A B E G C -->
+  <path fill="{RED}" d="{polygon(inside)}"/>
+  <!-- 6 to 18: the moon, its eight triangles between the circles about T -->
+  <path fill="{WHITE}" d="{moon}"/>
+  <!-- 19 to 22: the sun, its twelve triangles between the circles about W -->
+  <path fill="{WHITE}" d="{polygon(sun)}"/>
+</svg>"""
+)
