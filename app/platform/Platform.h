@@ -98,8 +98,6 @@ struct Platform {
     std::function<std::optional<std::string>(const std::string& url)> httpGet;
     /// Asks the desktop to open an address in the user's browser.
     std::function<void(const std::string& url)> openUrl;
-    /// Ends the main loop.
-    std::function<void()> terminate;
 };
 
 }  // namespace dinmala

@@ -21,6 +21,7 @@
 #define NCURSES_NOMACROS 1
 #include <curses.h>
 #include <term.h>
+#undef lines
 
 namespace dinmala {
 
@@ -38,10 +39,14 @@ void onContinue(int) {
 
 attr_t attributesFor(TerminalLine::Look look) {
     switch (look) {
-        case TerminalLine::Look::title: return A_BOLD;
-        case TerminalLine::Look::quiet: return A_DIM;
-        case TerminalLine::Look::selected: return A_REVERSE;
-        case TerminalLine::Look::plain: break;
+        case TerminalLine::Look::title:
+            return A_BOLD;
+        case TerminalLine::Look::quiet:
+            return A_DIM;
+        case TerminalLine::Look::selected:
+            return A_REVERSE;
+        case TerminalLine::Look::plain:
+            break;
     }
     return A_NORMAL;
 }
@@ -245,7 +250,8 @@ void TerminalFace::resize() {
 void TerminalFace::readKeys(GIOCondition condition) {
     // Readable with nothing to read is the end of the input, as is a hangup.
     int waiting = 0;
-    const bool ended = (condition & (G_IO_HUP | G_IO_ERR)) != 0 || ioctl(STDIN_FILENO, FIONREAD, &waiting) != 0 || waiting == 0;
+    const bool ended =
+        (condition & (G_IO_HUP | G_IO_ERR)) != 0 || ioctl(STDIN_FILENO, FIONREAD, &waiting) != 0 || waiting == 0;
     if (ended) {
         keys_.reset();
         quit_();
@@ -259,26 +265,48 @@ void TerminalFace::press(int key) {
     const MenuItem* chosen = nullptr;
     switch (key) {
         case 'q':
-        case 'Q': quit_(); return;
+        case 'Q':
+            quit_();
+            return;
         case KEY_UP:
-        case 'k': chosen = view_.press(TerminalKey::up); break;
+        case 'k':
+            chosen = view_.press(TerminalKey::up);
+            break;
         case KEY_DOWN:
-        case 'j': chosen = view_.press(TerminalKey::down); break;
-        case KEY_PPAGE: chosen = view_.press(TerminalKey::pageUp); break;
-        case KEY_NPAGE: chosen = view_.press(TerminalKey::pageDown); break;
+        case 'j':
+            chosen = view_.press(TerminalKey::down);
+            break;
+        case KEY_PPAGE:
+            chosen = view_.press(TerminalKey::pageUp);
+            break;
+        case KEY_NPAGE:
+            chosen = view_.press(TerminalKey::pageDown);
+            break;
         case KEY_HOME:
-        case 'g': chosen = view_.press(TerminalKey::home); break;
+        case 'g':
+            chosen = view_.press(TerminalKey::home);
+            break;
         case KEY_END:
-        case 'G': chosen = view_.press(TerminalKey::end); break;
+        case 'G':
+            chosen = view_.press(TerminalKey::end);
+            break;
         case KEY_LEFT:
-        case 'h': chosen = view_.press(TerminalKey::close); break;
+        case 'h':
+            chosen = view_.press(TerminalKey::close);
+            break;
         case KEY_RIGHT:
-        case 'l': chosen = view_.press(TerminalKey::open); break;
+        case 'l':
+            chosen = view_.press(TerminalKey::open);
+            break;
         case ' ':
         case '\r':
         case '\n':
-        case KEY_ENTER: chosen = view_.press(TerminalKey::choose); break;
-        case 'L' & 0x1F: clearok(curscr, TRUE); break;  // Ctrl-L
+        case KEY_ENTER:
+            chosen = view_.press(TerminalKey::choose);
+            break;
+        case 'L' & 0x1F:
+            clearok(curscr, TRUE);
+            break;  // Ctrl-L
         default:
             if (key >= '1' && key <= '9') chosen = view_.toggleNumber(key - '0');
     }

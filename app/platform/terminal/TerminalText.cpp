@@ -44,7 +44,12 @@ std::wstring decodeForTerminal(std::string_view utf8) {
     std::wstring text;
     for (std::size_t i = 0; i < utf8.size();) {
         const auto first = static_cast<unsigned char>(utf8[i]);
-        const std::size_t length = first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
+        const std::size_t length = first < 0x80   ? 1
+                                   : first < 0xC2 ? 0
+                                   : first < 0xE0 ? 2
+                                   : first < 0xF0 ? 3
+                                   : first < 0xF5 ? 4
+                                                  : 0;
         std::uint32_t code = length < 2 ? first : first & (0xFFU >> (length + 1));
         bool good = length > 0 && i + length <= utf8.size();
         for (std::size_t k = 1; good && k < length; ++k) {
@@ -92,9 +97,9 @@ std::vector<std::wstring> wrapText(std::wstring_view text, int width) {
             used = 0;
         }
         for (std::size_t from = 0; from < word.size();) {
-            const std::size_t end = letterEnd(word, from);
-            const std::wstring_view letter = word.substr(from, end - from);
-            from = end;
+            std::wstring_view letter = word.substr(from, letterEnd(word, from) - from);
+            while (letter.size() > 1 && columnsOf(letter) > width) letter.remove_suffix(1);
+            from += letter.size();
             const int columns = columnsOf(letter);
             if (columns > width) continue;
             if (used + columns > width) {

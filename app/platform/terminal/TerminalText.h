@@ -18,8 +18,9 @@ namespace dinmala {
 
 /// Breaks a text into lines of at most `width` columns, at blanks where it can;
 /// the blanks at a break go. A word wider than a line is broken before a letter,
-/// never between a letter and its vowel sign. Leading blanks stay. At least one
-/// line; nothing is left out but a sign that is itself wider than `width`.
+/// not between a letter and its vowel sign as long as both fit. Leading blanks
+/// stay. At least one line; nothing is left out but a character that is itself
+/// wider than `width`.
 [[nodiscard]] std::vector<std::wstring> wrapText(std::wstring_view text, int width);
 
 }  // namespace dinmala

@@ -29,9 +29,10 @@ std::string statusTitle(const StatusItem* item, const Outlets& outlets) {
 }
 
 TerminalLine rule(int width) {
-    std::wstring text(static_cast<std::size_t>(width), kRule);
-    text.replace(0, std::min<std::size_t>(kMargin, text.size()), kMargin, L' ');
-    return {std::move(text), Look::quiet};
+    const int margin = std::min(kMargin, width);
+    return {std::wstring(static_cast<std::size_t>(margin), L' ') +
+                std::wstring(static_cast<std::size_t>(width - margin), kRule),
+            Look::quiet};
 }
 
 }  // namespace
@@ -44,6 +45,7 @@ std::vector<TerminalLine> TerminalView::lines(const StatusItem* item, int width,
     const bool wasVisible = before != kNone && isVisible(before);
     item_ = item;
     if (width < 1 || height < 1) return {};
+    if (std::exchange(width_, width) != width || std::exchange(height_, height) != height) top_ = 0;
 
     // One column stays free: a terminal that disagrees about the width of a sign
     // must not break the line by itself.
@@ -80,14 +82,16 @@ std::vector<TerminalLine> TerminalView::lines(const StatusItem* item, int width,
 
     page_ = room;
     scrollTo(top_);
-    if (wasVisible && selectedRow() != kNone) show(selectedRow());
+    const std::size_t now = selectedRow();
+    if (wasVisible && now != kNone && !isVisible(now)) show(now);
 
     const int end = std::min(static_cast<int>(body_.size()), top_ + page_);
     for (int i = top_; i < end; ++i) {
         TerminalLine line = body_[static_cast<std::size_t>(i)];
-        const bool markable = line.look != Look::title && line.text.starts_with(L"  ");
-        if (markable && i == top_ && top_ > 0) line.text[0] = kMoreAbove;
-        if (markable && i == end - 1 && end < static_cast<int>(body_.size())) line.text[0] = kMoreBelow;
+        const std::size_t blank = line.look == Look::title ? std::wstring::npos : line.text.find(L' ');
+        const bool markable = blank < kMargin;
+        if (markable && i == top_ && top_ > 0) line.text[blank] = kMoreAbove;
+        if (markable && i == end - 1 && end < static_cast<int>(body_.size())) line.text[blank] = kMoreBelow;
         out.push_back(std::move(line));
     }
     // The foot stays at the bottom.
@@ -120,7 +124,9 @@ void TerminalView::layOutBody(int width) {
             body_.push_back(rule(width));
         else
             addText(textOf(row), width, kMargin + 2 * row.depth,
-                    row.item == selected_ ? Look::selected : row.selectable ? Look::plain : Look::quiet);
+                    row.item == selected_ ? Look::selected
+                    : row.selectable      ? Look::plain
+                                          : Look::quiet);
         row.endLine = static_cast<int>(body_.size());
     }
 }
@@ -163,8 +169,8 @@ std::wstring TerminalView::textOf(const Row& row) const {
 }
 
 std::size_t TerminalView::selectedRow() const {
-    const auto found =
-        std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) { return row.item == selected_ && row.selectable; });
+    const auto found = std::find_if(rows_.begin(), rows_.end(),
+                                    [&](const Row& row) { return row.item == selected_ && row.selectable; });
     return found == rows_.end() ? kNone : static_cast<std::size_t>(found - rows_.begin());
 }
 
@@ -172,9 +178,7 @@ bool TerminalView::isVisible(std::size_t row) const {
     return rows_[row].endLine > top_ && rows_[row].firstLine < top_ + page_;
 }
 
-void TerminalView::scrollTo(int top) {
-    top_ = std::clamp(top, 0, std::max(0, static_cast<int>(body_.size()) - page_));
-}
+void TerminalView::scrollTo(int top) { top_ = std::clamp(top, 0, std::max(0, static_cast<int>(body_.size()) - page_)); }
 
 /// Scrolls as little as brings the row into view, its first line above all.
 void TerminalView::show(std::size_t row) {
@@ -220,10 +224,18 @@ void TerminalView::close() {
 const MenuItem* TerminalView::press(TerminalKey key) {
     const std::size_t row = selectedRow();
     switch (key) {
-        case TerminalKey::up: move(-1); break;
-        case TerminalKey::down: move(1); break;
-        case TerminalKey::pageUp: scrollTo(top_ - page_); break;
-        case TerminalKey::pageDown: scrollTo(top_ + page_); break;
+        case TerminalKey::up:
+            move(-1);
+            break;
+        case TerminalKey::down:
+            move(1);
+            break;
+        case TerminalKey::pageUp:
+            scrollTo(top_ - page_);
+            break;
+        case TerminalKey::pageDown:
+            scrollTo(top_ + page_);
+            break;
         case TerminalKey::home:
             for (std::size_t i = rows_.size(); i-- > 0;)
                 if (rows_[i].selectable) select(i);
@@ -234,7 +246,9 @@ const MenuItem* TerminalView::press(TerminalKey key) {
                 if (rows_[i].selectable) select(i);
             scrollTo(static_cast<int>(body_.size()));
             break;
-        case TerminalKey::close: close(); break;
+        case TerminalKey::close:
+            close();
+            break;
         case TerminalKey::open:
         case TerminalKey::choose:
             if (row == kNone) break;
@@ -251,8 +265,8 @@ const MenuItem* TerminalView::press(TerminalKey key) {
 }
 
 const MenuItem* TerminalView::toggleNumber(int number) const {
-    const auto found = std::find_if(rows_.begin(), rows_.end(),
-                                    [&](const Row& row) { return number > 0 && row.number == number; });
+    const auto found =
+        std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) { return number > 0 && row.number == number; });
     return found == rows_.end() ? nullptr : found->item;
 }
 

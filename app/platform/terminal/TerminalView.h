@@ -78,6 +78,8 @@ private:
     const MenuItem* selected_ = nullptr;
     std::size_t lastSelected_ = 0;  ///< where it stood, should the row go
     std::set<const MenuItem*> open_;
+    int width_ = 0;
+    int height_ = 0;
     int top_ = 0;   ///< the first body line in view
     int page_ = 0;  ///< how many body lines are in view
 };

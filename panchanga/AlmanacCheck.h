@@ -1,0 +1,81 @@
+#pragma once
+
+/// Holds the almanac's data files to what is known of them: fixed facts of the lists, the computed sky, the festival
+/// rules, and dated sources.
+
+#include "Festivals.h"
+#include "YearLists.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace dinmala::panchanga {
+
+/// A festival on a day that an independent dated source gives: a line of almanac/rules/dated.txt.
+struct DatedFact {
+    std::chrono::sys_days day;
+    int id = 0;
+    std::string source;
+    std::string disagreement;  ///< why the list has another day; empty when it agrees
+};
+
+/// All that the check reads.
+struct AlmanacFiles {
+    std::map<int, std::vector<Token>> tithis, events;  ///< by BS year
+    std::map<int, std::string> tithiText, eventText;   ///< the same files, as they are
+    EventPlans::Names tithiNames, eventNames;
+    EventPlans::Dated important;
+    std::vector<DatedFact> dated;
+};
+
+/// A statement and whether it holds.
+struct Finding {
+    std::string what;
+    bool holds;
+};
+
+/// What the check found. Only `passed()` is the verdict; the counts are to be printed.
+struct AlmanacReport {
+    std::vector<Finding> facts;          ///< fixed facts of the lists
+    int tithiTokens = 0;                 ///< all of them
+    int tithiAgree = 0;                  ///< of those, borne out by the sky
+    std::vector<std::string> untrue;     ///< tithi tokens that stand although the sky does not bear them out
+    int eventTokens = 0;
+    std::map<std::string, int> byGrade;  ///< event tokens that agree with their rule: "dated", "sure", "usual"; and
+                                         ///< those that stand without a rule, "stated"
+    int datedAgree = 0;                  ///< dated sources whose day the lists have
+    std::vector<std::string> datedElse;  ///< those that differ for a reason that is given
+    std::vector<std::string> datedUnlisted;  ///< those whose festival the year does not list; the rule gives the day
+    std::vector<std::string> failures;   ///< everything that is wrong, facts that do not hold included
+
+    [[nodiscard]] bool passed() const { return failures.empty(); }
+    [[nodiscard]] std::string text() const;  ///< the whole report, to print
+};
+
+/// Reads the almanac's data files under `root`, the top of the source tree. Throws FileError.
+[[nodiscard]] AlmanacFiles readAlmanac(const std::string& root);
+
+/// The rules under `root`, and the month table. Throws FileError.
+struct AlmanacRules {
+    explicit AlmanacRules(const std::string& root);
+    BsCalendar calendar;
+    Festivals festivals;
+    TithiRules tithis;
+    EventPlans plans;
+};
+
+/// The names of the events under `root`; the important-event list that the plan of `year` names, or none. Throw FileError.
+[[nodiscard]] EventPlans::Names readEventNames(const std::string& root);
+[[nodiscard]] EventPlans::Dated readImportant(const std::string& root, const AlmanacRules& rules, int year);
+
+/// The text of a year's file, as make_almanac writes it. Throws FileError when the rules cannot fill the year.
+[[nodiscard]] std::string tithiFile(int year, const AlmanacRules& rules, const Panchanga& panchanga);
+[[nodiscard]] std::string eventFile(int year, const AlmanacRules& rules, const Panchanga& panchanga,
+                                    const EventPlans::Names& names, const EventPlans::Dated& important);
+
+/// Holds `files` to everything.
+[[nodiscard]] AlmanacReport checkAlmanac(const AlmanacFiles& files, const AlmanacRules& rules,
+                                         const Panchanga& panchanga);
+
+}  // namespace dinmala::panchanga

@@ -1,0 +1,141 @@
+#pragma once
+
+/// Words of the rule files: what the readers of festivals.txt, tithis.txt and years.txt share.
+///
+/// A word that is missing or wrong throws std::string, the complaint; the reader adds the file and the line to it.
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace dinmala::panchanga {
+
+inline constexpr std::array<std::string_view, 12> kMonths{"Vaishakh", "Jyeshtha", "Ashadh", "Shrawan", "Bhadra",  "Ashwin",
+                                                   "Kartik",   "Marga",    "Poush",  "Magh",    "Phalgun", "Chaitra"};
+inline constexpr std::array<std::string_view, 7> kWeekdays{"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                                    "Thursday", "Friday", "Saturday"};
+inline constexpr std::array<std::string_view, 2> kHalves{"bright", "dark"};
+
+/// Place of `word` in `words`, or nothing.
+template <std::size_t N>
+std::optional<int> placeOf(std::string_view word, const std::array<std::string_view, N>& words) {
+    const auto found = std::find(words.begin(), words.end(), word);
+    return found == words.end() ? std::nullopt : std::optional<int>{static_cast<int>(found - words.begin())};
+}
+
+inline std::optional<int> wholeNumber(std::string_view text) {
+    int value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc{} && end == text.data() + text.size() ? std::optional<int>{value} : std::nullopt;
+}
+
+inline std::string_view trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(" \t");
+    return first == std::string_view::npos ? std::string_view{}
+                                           : text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+inline std::vector<std::string_view> split(std::string_view text, char separator) {
+    std::vector<std::string_view> pieces;
+    while (true) {
+        const auto at = text.find(separator);
+        pieces.push_back(trimmed(text.substr(0, at)));
+        if (at == std::string_view::npos) {
+            return pieces;
+        }
+        text.remove_prefix(at + 1);
+    }
+}
+
+/// The words of one rule, taken one after the other. What is missing or wrong throws the text of the complaint.
+class Words {
+public:
+    explicit Words(std::string_view text) {
+        for (const std::string_view word : split(text, ' ')) {
+            if (!word.empty()) {
+                words_.push_back(word);
+            }
+        }
+    }
+    [[nodiscard]] bool done() const { return next_ == words_.size(); }
+    [[nodiscard]] std::string_view peek() const { return done() ? std::string_view{} : words_[next_]; }
+    std::string_view take(const char* what) {
+        if (done()) {
+            throw std::string("missing ") + what;
+        }
+        return words_[next_++];
+    }
+    int number(const char* what, int least, int most) {
+        const std::string_view word = take(what);
+        const std::optional<int> value = wholeNumber(word);
+        if (!value || *value < least || *value > most) {
+            throw "'" + std::string(word) + "' is no " + what + " from " + std::to_string(least) + " to " +
+                std::to_string(most);
+        }
+        return *value;
+    }
+    template <std::size_t N>
+    int oneOf(const char* what, const std::array<std::string_view, N>& names) {
+        const std::string_view word = take(what);
+        const std::optional<int> place = placeOf(word, names);
+        if (!place) {
+            throw "'" + std::string(word) + "' is no " + what;
+        }
+        return *place;
+    }
+    std::chrono::weekday weekday() {
+        return std::chrono::weekday{static_cast<unsigned>(oneOf("weekday", kWeekdays))};
+    }
+    std::chrono::sys_days adDate() {
+        const std::string_view word = take("AD date");
+        const std::vector<std::string_view> parts = split(word, '-');
+        if (parts.size() == 3) {
+            const auto y = wholeNumber(parts[0]), m = wholeNumber(parts[1]), d = wholeNumber(parts[2]);
+            if (y && m && d) {
+                const std::chrono::year_month_day date{std::chrono::year{*y} / *m / *d};
+                if (date.ok()) {
+                    return date;
+                }
+            }
+        }
+        throw "'" + std::string(word) + "' is no date such as 2013-10-14";
+    }
+
+    /// `10-01`: a month and a day of it.
+    std::pair<int, int> monthDay() {
+        const std::string_view word = take("month and day");
+        const std::vector<std::string_view> parts = split(word, '-');
+        const auto month = wholeNumber(parts[0]);
+        const auto day = parts.size() == 2 ? wholeNumber(parts[1]) : std::nullopt;
+        if (!month || !day || *month < 1 || *month > 12 || *day < 1 || *day > 32) {
+            throw "'" + std::string(word) + "' is no month and day such as 10-01";
+        }
+        return {*month, *day};
+    }
+    /// `bright 8`, `dark 14` or `dark 30`: a tithi, 1 to 30.
+    int tithi() {
+        const bool dark = oneOf("half", kHalves) == 1;
+        const int number = this->number("tithi", 1, dark ? 30 : 15);
+        if (dark && number > 14 && number < 30) {
+            throw std::string("a dark half ends with 30, the new moon");
+        }
+        return dark && number < 15 ? number + 15 : number;
+    }
+    void finish() const {
+        if (!done()) {
+            throw "'" + std::string(peek()) + "' is one word too many";
+        }
+    }
+
+private:
+    std::vector<std::string_view> words_;
+    std::size_t next_ = 0;
+};
+
+}  // namespace dinmala::panchanga
