@@ -118,7 +118,7 @@ void PanelFace::flush() {
         menu_ = std::make_unique<MenuExport>(*item_->menu(), [this] { changed(); });
         menu_->whenExported(connection_, [this] {
             menuIsExported_ = true;
-            registerItem();
+            changed();
         });
     }
     if (host_.kind() == PanelHost::Kind::none) return;
@@ -142,7 +142,7 @@ void PanelFace::registerItem() {
         retry_.disconnect();
         retry_ = Glib::signal_timeout().connect(
             [this] {
-                registerItem();
+                changed();
                 return false;
             },
             kBetweenTries);
