@@ -12,7 +12,6 @@
 #include <utmp.h>
 
 #include <array>
-#include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -24,25 +23,6 @@ namespace dinmala {
 namespace {
 
 constexpr int kPatience = 10'000;  // milliseconds; only a fault takes that long
-
-// The child, started anew because a forked process has no thread left to tell the
-// main loop of signals: a menu with two toggles, the second of which complains.
-TEST(Child, DISABLED_RunsTheFace) {
-    std::setlocale(LC_ALL, "C.UTF-8");
-    FakeMenu fake;
-    fake.addToggle("Year");
-    fake.add("Complain", MenuItem::Kind::toggle).setAction([] { std::fputs("cannot keep it\n", stderr); });
-    GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
-    {
-        TerminalFace face([&] { g_main_loop_quit(loop); });
-        face.setOutlets(fake.outlets);
-        const auto item = face.statusItemWithLength(-1.0);
-        item->setTitle(" बैशाख ७");
-        face.whenShown([&] { item->setTitle("shown"); });
-        g_main_loop_run(loop);
-    }
-    _exit(0);
-}
 
 class TerminalFaceInATerminal : public testing::Test {
 protected:
@@ -56,8 +36,7 @@ protected:
             close(master);
             login_tty(slave);
             setenv("TERM", "xterm", 1);
-            execl("/proc/self/exe", "terminal_tests", "--gtest_also_run_disabled_tests", "--gtest_filter=Child.*",
-                  nullptr);
+            execl(TERMINAL_FACE_CHILD, TERMINAL_FACE_CHILD, nullptr);
             _exit(127);
         }
     }
