@@ -105,6 +105,9 @@ TEST_F(PanelFaceTest, ShowsTheTitleAsTextWhereThePanelCan) {
     EXPECT_EQ(panel_->read("Title"), "'बैशाख ७'");
     EXPECT_EQ(panel_->read("ToolTip"),
               "('', @a(iiay) [], 'Dinmala', '२०७० बैशाख ७\\nअष्टमी, राम &amp; सीता &lt;जयन्ती&gt;')");
+    description_->setTitle(", ");  // neither tithi nor events
+    runFor(50);
+    EXPECT_EQ(panel_->read("ToolTip"), "('', @a(iiay) [], 'Dinmala', '२०७० बैशाख ७')");
     EXPECT_EQ(panel_->read("ItemIsMenu"), "true");
     EXPECT_EQ(panel_->read("Menu"), "objectpath '/MenuBar'");
     EXPECT_EQ(panel_->read("Status"), "'Active'");
