@@ -12,12 +12,17 @@
 #include <utmp.h>
 
 #include <array>
+#include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 
 #include "tests/app/terminal/FakeMenu.h"
+
+namespace {
+constexpr const char* kFaceArgument = "--face";
+}
 
 namespace dinmala {
 namespace {
@@ -36,7 +41,7 @@ protected:
             close(master);
             login_tty(slave);
             setenv("TERM", "xterm", 1);
-            execl(TERMINAL_FACE_CHILD, TERMINAL_FACE_CHILD, nullptr);
+            execl("/proc/self/exe", "terminal_tests", kFaceArgument, nullptr);
             _exit(127);
         }
     }
@@ -133,5 +138,33 @@ TEST(TerminalFaceWithoutATerminal, IsRefusedInWords) {
     close(ends[1]);
 }
 
+/// A menu with two toggles, the second of which complains.
+void runFace() {
+    std::setlocale(LC_ALL, "C.UTF-8");
+    FakeMenu fake;
+    fake.addToggle("Year");
+    fake.add("Complain", MenuItem::Kind::toggle).setAction([] { std::fputs("cannot keep it\n", stderr); });
+    GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
+    {
+        TerminalFace face([&] { g_main_loop_quit(loop); });
+        face.setOutlets(fake.outlets);
+        const auto item = face.statusItemWithLength(-1.0);
+        item->setTitle(" बैशाख ७");
+        face.whenShown([&] { item->setTitle("shown"); });
+        g_main_loop_run(loop);
+    }
+}
+
 }  // namespace
 }  // namespace dinmala
+
+// A child starts this program anew: a process that was only forked has no thread
+// left to tell its main loop of signals.
+int main(int argc, char** argv) {
+    if (argc == 2 && std::strcmp(argv[1], kFaceArgument) == 0) {
+        dinmala::runFace();
+        return 0;
+    }
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

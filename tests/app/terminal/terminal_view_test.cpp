@@ -137,12 +137,12 @@ TEST_F(TerminalViewTest, ASubmenuOpensAndClosesInPlace) {
 // chosen must come into view on the way down and again on the way up.
 TEST_F(TerminalViewTest, EverythingCanBeReachedAtEverySmallSize) {
     std::vector<const MenuItem*> all = {fake.outlets.iconMenuItem, year, day, quit};
-    for (const int width : {1, 2, 3, 5, 8, 12, 20, 33}) {
-        for (int height = 1; height <= 14; ++height) {
+    for (const int width : {1, 2, 5, 12, 20, 33}) {
+        for (const int height : {1, 2, 3, 5, 9, 12, 14}) {
             std::string seen;
             for (const Key key : {Key::down, Key::up}) {
                 std::vector<const MenuItem*> chosen;
-                for (int press = 0; press < 400; ++press) {
+                for (int press = 0; press < 60 + 300 / width; ++press) {
                     const auto lines = view.lines(&item, width, height);
                     ASSERT_LE(static_cast<int>(lines.size()), height);
                     for (const TerminalLine& line : lines) {
