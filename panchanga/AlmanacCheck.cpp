@@ -682,7 +682,7 @@ std::string AlmanacReport::text() const {
     out << "\n" << join(usual, "    usual: ") << "dated sources: " << datedAgree << " agree, " << datedUnlisted.size()
         << " agree with the rule of a festival that its year does not list, " << datedElse.size()
         << " differ for a reason given\n"
-        << join(datedElse, "    ") << "failures: " << failures.size() << "\n"
+        << join(datedUnlisted, "    not listed: ") << join(datedElse, "    ") << "failures: " << failures.size() << "\n"
         << join(failures, "    ");
     return out.str();
 }
