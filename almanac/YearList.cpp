@@ -1,0 +1,24 @@
+#include "almanac/YearList.h"
+
+namespace dinmala {
+
+TextMap toTextMap(std::span<const KeyedText> entries) {
+    TextMap map;
+    map.reserve(entries.size());
+    for (const auto& [key, text] : entries) map.insert_or_assign(key, text);
+    return map;
+}
+
+std::vector<std::string> namesOfDay(const TextMap& lists, const TextMap& names, std::string_view year,
+                                    std::string_view dayMonth) {
+    std::vector<std::string> result;
+    const auto list = lists.find(year);
+    if (list == lists.end()) return result;
+    forEachToken(list->second, kDayMonthLength, [&](const YearToken& token) {
+        if (token.head != dayMonth) return;
+        if (const auto name = names.find(token.id); name != names.end()) result.emplace_back(name->second);
+    });
+    return result;
+}
+
+}  // namespace dinmala

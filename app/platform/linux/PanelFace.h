@@ -1,0 +1,83 @@
+/// The status item in the desktop's panel.
+#pragma once
+
+#include <giomm.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/Face.h"
+#include "app/platform/linux/MenuExport.h"
+#include "app/platform/linux/PanelHost.h"
+#include "app/platform/linux/StatusNotifierItem.h"
+
+namespace dinmala {
+
+/// The pictures of the program that the panel needs.
+struct PanelResources {
+    /// The absolute path of a picture that shows nothing.
+    std::string clearIcon;
+    /// Ten digits for dayTile(), or null. Asked for when a panel needs the tile.
+    std::function<ImagePtr()> digits;
+};
+
+/// Shows the status title as text where the panel can, else as a tile with the
+/// day's number; with an image, the image on every panel. It registers with
+/// whatever panel comes, again after a restart.
+class PanelFace : public Face {
+public:
+    /// @param connection  the process's shared connection to the session bus
+    /// @param onBusClosed called from the main loop, once, when the bus has gone:
+    ///                    nothing can be shown any more
+    PanelFace(Glib::RefPtr<Gio::DBus::Connection> connection, PanelResources resources,
+              std::function<void()> onBusClosed);
+    ~PanelFace() override;
+    PanelFace(const PanelFace&) = delete;
+    PanelFace& operator=(const PanelFace&) = delete;
+
+    void setOutlets(const Outlets& outlets) override { outlets_ = outlets; }
+    [[nodiscard]] std::unique_ptr<StatusItem> statusItemWithLength(double length) override;
+    /// On show is an item that a panel has read; after a second without a sign,
+    /// or two without a panel, waiting for longer is of no use.
+    void whenShown(std::function<void()> callback) override;
+
+private:
+    void changed();
+    void flush();
+    void registerItem();
+    void waitToBeShown();
+    [[nodiscard]] ItemView view();
+    void drawSquares(const ImagePtr& image);
+    void drawTile(const std::string& day);
+
+    Glib::RefPtr<Gio::DBus::Connection> connection_;
+    PanelResources resources_;
+    Outlets outlets_;
+    StatusItem* item_ = nullptr;
+
+    sigc::connection closed_;
+    sigc::connection pendingFlush_;
+    sigc::connection retry_;
+    sigc::connection shownTimer_;
+    std::function<void()> shownCallback_;
+
+    std::unique_ptr<MenuExport> menu_;
+    bool menuIsExported_ = false;
+    std::string registeredAt_;
+    bool wasRead_ = false;
+    int refusals_ = 0;
+
+    /// The last pictures made, and what of: the shell loads and says the same each minute.
+    ImagePtr squaredImage_;
+    std::vector<Pixmap> squared_;
+    std::string squaredPath_;
+    std::string tileDay_;
+    std::vector<Pixmap> tile_;
+
+    StatusNotifierItem object_;
+    PanelHost host_;
+};
+
+}  // namespace dinmala

@@ -1,0 +1,58 @@
+/// The face for pipes: the status title as one line of text at every refresh.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <unistd.h>
+
+#include "app/Face.h"
+#include "app/platform/terminal/LoopSource.h"
+
+namespace dinmala {
+
+/// Writes to a descriptor, for a panel's module or a script to read.
+///
+/// Every refresh gives one line, also when the title is the same as before. The
+/// title is written byte for byte, its leading blank included; the flag is "🇳🇵".
+/// It never blocks: while the reader is slow only the newest line is kept.
+class LinesFace : public Face {
+public:
+    /// @param quit   called from the loop when the reader has gone, the
+    ///               descriptor cannot be written, or a signal asks to end
+    /// @param output stays open; -1 when there is nothing to write to
+    explicit LinesFace(std::function<void()> quit, int output = STDOUT_FILENO);
+    ~LinesFace() override;
+
+    LinesFace(const LinesFace&) = delete;
+    LinesFace& operator=(const LinesFace&) = delete;
+
+    void setOutlets(const Outlets&) override {}
+    [[nodiscard]] std::unique_ptr<StatusItem> statusItemWithLength(double length) override;
+    void whenShown(std::function<void()> callback) override;
+
+private:
+    void print();
+    void writeSome();
+    void end();
+
+    std::function<void()> quit_;
+    std::function<void()> shown_;
+    int output_;
+    bool printed_ = false;
+    void (*brokenPipe_)(int);  ///< what SIGPIPE did before
+
+    StatusItem* item_ = nullptr;
+    std::string rest_;  ///< of the line being written
+    std::string next_;  ///< the newest line, when it has to wait
+
+    LoopSource changed_;
+    LoopSource writable_;
+    LoopSource gone_;
+    LoopSource ending_;
+    LoopSource shownLate_;
+    LoopSource signals_[3];
+};
+
+}  // namespace dinmala

@@ -1,0 +1,67 @@
+// The store's view of the almanac.
+#include <utility>
+
+#include "calendar/DataStore.h"
+#include "calendar/DataStoreFunctions.h"
+#include "calendar/MonthRecord.h"
+#include "calendar/Names.h"
+#include "calendar/Text.h"
+#include "calendar/TimeZone.h"
+
+namespace dinmala {
+
+namespace {
+
+/// Midnight in the default zone at the start of a "yyyy-MM-dd" day.
+Moment startOfDay(std::string_view date) {
+    const std::chrono::year_month_day day{std::chrono::year{fieldValue(date, {0, 4})},
+                                          std::chrono::month{static_cast<unsigned>(fieldValue(date, {5, 2}))},
+                                          std::chrono::day{static_cast<unsigned>(fieldValue(date, {8, 2}))}};
+    return defaultTimeZone().toMoment(std::chrono::local_days{day});
+}
+
+}  // namespace
+
+std::vector<std::string> DataStore::getDayEvent(std::string_view year, std::string_view dayMonth) const {
+    return dse_.getEventAtYearAndDayMonth(year, dayMonth);
+}
+
+std::vector<std::string> DataStore::getYearEvents(std::uint64_t year) const { return dse_.getEventsAtYear(year); }
+
+std::uint64_t DataStore::getYearEventsCount(std::uint64_t year) const { return dse_.getNumberOfEventsAtYear(year); }
+
+std::vector<std::string> DataStore::getDayTithi(std::string_view year, std::string_view dayMonth) const {
+    return dst_.getTithiAtYearAndDayMonth(year, dayMonth);
+}
+
+std::vector<std::string> DataStore::getUpcomingEvents() const { return dse_.getUpComingEvents(); }
+
+std::vector<std::string> DataStore::getYearUpcomingEventsAfterMonthAndDay(std::uint64_t year, std::uint64_t month,
+                                                                          std::uint64_t day) const {
+    const std::vector<std::string> entries = dse_.getUpcomingEventsOfYearAfterMonthAndDay(year, month, day);
+    const Moment now = clock_();
+    std::vector<std::string> result;
+    for (const std::string& entry : entries) {
+        const std::size_t caret = entry.find('^');
+        const std::size_t slash = entry.find('/', caret == std::string::npos ? entry.size() : caret);
+        if (caret == std::string::npos || slash == std::string::npos) continue;
+        const std::string name = entry.substr(0, caret);
+        const std::int32_t eventMonth = intValue(std::string_view{entry}.substr(caret + 1));
+        const std::int32_t eventDay = intValue(std::string_view{entry}.substr(slash + 1));
+        const auto adDate = convertBs2Ad(padded(static_cast<std::uint64_t>(eventDay), 2) +
+                                         padded(static_cast<std::uint64_t>(eventMonth), 2) + std::to_string(year));
+        if (!adDate) {
+            result.push_back(name + "~" +
+                             std::string{DataStoreFunctions::getNameForMonthInCalendarAndFormat(
+                                 static_cast<std::uint64_t>(eventMonth), true, true)} +
+                             " " + std::string{DataStoreFunctions::getNepaliDateDigitFor(eventDay)});
+            continue;
+        }
+        const std::uint64_t left = daysBetween(now, startOfDay(*adDate));
+        result.push_back(name + "^" + DataStoreFunctions::convertNumber2Nepali(static_cast<std::int32_t>(left)) +
+                         " दिन बाँकी");
+    }
+    return result;
+}
+
+}  // namespace dinmala

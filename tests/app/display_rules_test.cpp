@@ -1,0 +1,125 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/FakePlatform.h"
+
+namespace dinmala {
+namespace {
+
+using test::Shell;
+
+constexpr std::string_view kDefaults = "month day time";
+
+class DisplayRules : public testing::Test {
+protected:
+    /// Starts with these keys stored.
+    void start(std::initializer_list<std::string_view> keys = {}) {
+        shell.preferences.values.clear();
+        for (const std::string_view key : keys) shell.preferences.setBoolForKey(true, key);
+        shell.restart();
+        shell.delegate->awakeFromNib();
+    }
+
+    /// What is on, after checking that marks, store and file say the same.
+    std::string state() {
+        std::string marked;
+        const char* const names[] = {"icon", "year", "month", "day", "dow", "time", "tithi", "event"};
+        for (std::size_t i = 0; i < 8; ++i) {
+            if (shell.marks()[i] == '1') marked += (marked.empty() ? "" : " ") + std::string{names[i]};
+        }
+        EXPECT_EQ(shell.preferences.on(), marked);
+        EXPECT_EQ(shell.preferences.saved, shell.preferences.values);
+        return marked;
+    }
+
+    Shell shell;
+};
+
+TEST_F(DisplayRules, FirstStartShowsMonthDayAndTime) {
+    start();
+    EXPECT_EQ(state(), kDefaults);
+    EXPECT_EQ(shell.title(), " कार्तिक २ १४:०५");
+}
+
+TEST_F(DisplayRules, MendWhatWasStored) {
+    start({"icon", "tithi"});
+    EXPECT_EQ(state(), "tithi");
+    start({"icon", "year", "event"});
+    EXPECT_EQ(state(), "year event");
+    start({"icon"});
+    EXPECT_EQ(state(), "icon");
+}
+
+TEST_F(DisplayRules, TheFlagAndThePiecesExcludeEachOther) {
+    start();
+    shell.delegate->setIcon(nullptr);
+    EXPECT_EQ(state(), "icon");
+    EXPECT_NE(shell.delegate->statusItem()->image(), nullptr);
+    shell.delegate->setIcon(nullptr);
+    EXPECT_EQ(state(), kDefaults);
+    EXPECT_EQ(shell.delegate->statusItem()->image(), nullptr);
+    shell.delegate->setIcon(nullptr);
+    shell.delegate->setTithi(nullptr);
+    EXPECT_EQ(state(), "tithi");
+}
+
+TEST_F(DisplayRules, TheLastPieceGivesWayToTheDefaults) {
+    start({"time"});
+    shell.delegate->setTime(nullptr);
+    EXPECT_EQ(state(), kDefaults);
+    start({"year"});
+    shell.delegate->setYear(nullptr);
+    EXPECT_EQ(state(), kDefaults);
+}
+
+// A toggle wired to its neighbour's key or item shows here: each piece in turn,
+// on and off again, among others.
+TEST_F(DisplayRules, EachPieceFlipsAlone) {
+    struct Toggle {
+        std::string_view key;
+        void (AppDelegate::*set)(Sender);
+    };
+    for (const Toggle& toggle : {Toggle{"year", &AppDelegate::setYear}, Toggle{"month", &AppDelegate::setMonth},
+                                 Toggle{"day", &AppDelegate::setDay}, Toggle{"dow", &AppDelegate::setDow},
+                                 Toggle{"time", &AppDelegate::setTime}, Toggle{"tithi", &AppDelegate::setTithi},
+                                 Toggle{"event", &AppDelegate::setEvent}}) {
+        start({"icon"});
+        (shell.delegate.get()->*toggle.set)(nullptr);
+        EXPECT_EQ(state(), toggle.key);
+        start({"year", "month", "day", "dow", "time", "tithi", "event"});
+        (shell.delegate.get()->*toggle.set)(nullptr);
+        EXPECT_FALSE(shell.preferences.boolForKey(toggle.key));
+        EXPECT_EQ(state().size(), std::string{"year month day dow time tithi event"}.size() - toggle.key.size() - 1);
+        (shell.delegate.get()->*toggle.set)(nullptr);
+        EXPECT_EQ(state(), "year month day dow time tithi event");
+    }
+}
+
+TEST_F(DisplayRules, TheMarkDecidesNotTheKey) {
+    start({"year", "month"});
+    shell.preferences.setBoolForKey(false, "year");  // behind the menu's back
+    shell.delegate->setYear(nullptr);                // the mark is on: off it goes
+    EXPECT_EQ(state(), "month");
+}
+
+TEST_F(DisplayRules, SettingsAnswerOnlyTheEightKeys) {
+    EXPECT_FALSE(shell.delegate->getPlist("icon"));  // no readable file
+    shell.settings = PropertyList{{"icon", true},
+                                  {"year", std::int64_t{1}},
+                                  {"month", std::string{"YES"}},
+                                  {"day", 0.5},
+                                  {"dow", std::string{"no"}},
+                                  {"time", std::string{" +007"}},
+                                  {"tithi", std::string{"0"}},
+                                  {"Icon", true},
+                                  {"other", true}};
+    for (const std::string_view key : {"icon", "year", "month", "day", "time"})
+        EXPECT_TRUE(shell.delegate->getPlist(key)) << key;
+    for (const std::string_view key : {"dow", "tithi", "event", "Icon", "other", ""}) {
+        EXPECT_FALSE(shell.delegate->getPlist(key)) << key;
+    }
+    shell.missingResources = "Settings.plist";
+    EXPECT_FALSE(shell.delegate->getPlist("icon"));
+}
+
+}  // namespace
+}  // namespace dinmala

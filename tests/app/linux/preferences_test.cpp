@@ -1,0 +1,184 @@
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "app/platform/linux/KeyFilePreferences.h"
+#include "tests/app/linux/TemporaryFolder.h"
+
+namespace dinmala {
+namespace {
+
+class PreferenceFile : public testing::Test {
+protected:
+    KeyFilePreferences open() {
+        return {folder.path("preferences.ini"), [this](const std::string& message) { told.push_back(message); }};
+    }
+
+    TemporaryFolder folder;
+    std::vector<std::string> told;
+};
+
+TEST_F(PreferenceFile, KeepsChoicesAcrossRunsAndMakesItsFolder) {
+    const std::string path = folder.path("new/folder/preferences.ini");
+    {
+        KeyFilePreferences first(path, {});
+        EXPECT_FALSE(first.boolForKey("month"));
+        first.setBoolForKey(true, "month");
+        first.setBoolForKey(false, "icon");
+        EXPECT_TRUE(first.synchronize());
+    }
+    KeyFilePreferences second(path, {});
+    EXPECT_TRUE(second.boolForKey("month"));
+    EXPECT_FALSE(second.boolForKey("icon"));
+    EXPECT_FALSE(second.boolForKey("Month"));
+    EXPECT_EQ(folder.read("new/folder/preferences.ini"), "[display]\nicon=false\nmonth=true\n");
+}
+
+// A save at every refresh would wear out the disk and hide an edit made by hand.
+TEST_F(PreferenceFile, IsWrittenOnlyWhenAChoiceHasChanged) {
+    folder.write("preferences.ini", "[display]\nmonth=true\n");
+    KeyFilePreferences preferences = open();
+    struct stat before {};
+    ASSERT_EQ(stat(folder.path("preferences.ini").c_str(), &before), 0);
+    preferences.setBoolForKey(true, "month");
+    EXPECT_TRUE(preferences.synchronize());
+    struct stat after {};
+    ASSERT_EQ(stat(folder.path("preferences.ini").c_str(), &after), 0);
+    EXPECT_EQ(before.st_ino, after.st_ino);
+}
+
+TEST_F(PreferenceFile, LeavesWhatElseStandsInTheFile) {
+    folder.write("preferences.ini",
+                 "# by hand\n\n[display]\n# the day\nday=true\nfuture=3;4\n\n[other]\nname=दिन\nname[ne]=x\n");
+    KeyFilePreferences preferences = open();
+    preferences.setBoolForKey(false, "day");
+    // Another program (or a person) writes while this one runs.
+    folder.write("preferences.ini", folder.read("preferences.ini") + "later=1\n");
+    ASSERT_TRUE(preferences.synchronize());
+    EXPECT_EQ(folder.read("preferences.ini"),
+              "# by hand\n\n[display]\n# the day\nday=false\nfuture=3;4\n\n[other]\nname=दिन\nname[ne]=x\nlater=1\n");
+}
+
+TEST_F(PreferenceFile, ReadsFalseFromWhatIsNoBooleanOrNoKeyFile) {
+    for (const std::string& text :
+         {std::string(), std::string("[display]\nmonth=perhaps\n"), std::string("month=true\n"),
+          std::string("\x7f"
+                      "ELF\0\0",
+                      6),
+          std::string("[display\nmonth=true\n"), std::string("[display]\nmonth\n"), std::string(2 << 20, '#')}) {
+        folder.write("preferences.ini", text);
+        EXPECT_FALSE(open().boolForKey("month")) << text.substr(0, 20);
+    }
+    EXPECT_TRUE(told.empty());
+}
+
+TEST_F(PreferenceFile, KeepsACorruptFileAside) {
+    for (const std::string name : {"preferences.ini.corrupt", "preferences.ini.corrupt.2"}) {
+        folder.write("preferences.ini", "not a key file: " + name);
+        KeyFilePreferences preferences = open();
+        preferences.setBoolForKey(true, "time");
+        EXPECT_TRUE(preferences.synchronize());
+        EXPECT_EQ(folder.read(name), "not a key file: " + name);
+        EXPECT_TRUE(open().boolForKey("time"));
+    }
+}
+
+TEST_F(PreferenceFile, ReplacesTheFileThatALinkNames) {
+    folder.write("dotfiles/mine.ini", "[display]\nday=true\n");
+    std::filesystem::create_symlink("dotfiles/mine.ini", folder.path("preferences.ini"));
+    std::filesystem::permissions(folder.path("dotfiles/mine.ini"), std::filesystem::perms(0640));
+    KeyFilePreferences preferences = open();
+    preferences.setBoolForKey(true, "year");
+    ASSERT_TRUE(preferences.synchronize());
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("preferences.ini")));
+    EXPECT_EQ(folder.read("dotfiles/mine.ini"), "[display]\nday=true\nyear=true\n");
+    EXPECT_EQ(std::filesystem::status(folder.path("dotfiles/mine.ini")).permissions(), std::filesystem::perms(0640));
+}
+
+// Where the file cannot be kept the user hears why, once; the old file stays to
+// the byte, nothing is left beside it, and the choices hold for the run.
+TEST_F(PreferenceFile, TellsOnceWhyItCouldNotBeKeptAndRecovers) {
+    const std::string old = "[display]\nday=true\n";
+    folder.write("preferences.ini", old);
+    KeyFilePreferences preferences = open();
+
+    // A limit on the size of files stands for a full disk: the write fails midway.
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit unlimited{};
+    getrlimit(RLIMIT_FSIZE, &unlimited);
+    const rlimit little{8, unlimited.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &little);
+    for (const std::string_view key : {"month", "year"}) {
+        preferences.setBoolForKey(true, key);
+        EXPECT_FALSE(preferences.synchronize());
+    }
+    setrlimit(RLIMIT_FSIZE, &unlimited);
+    std::signal(SIGXFSZ, oldHandler);
+
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_NE(told[0].find(folder.path("preferences.ini")), std::string::npos) << told[0];
+    EXPECT_EQ(folder.read("preferences.ini"), old);
+    EXPECT_EQ(folder.count(), 1U);
+    EXPECT_TRUE(preferences.boolForKey("year"));
+
+    EXPECT_TRUE(preferences.synchronize());
+    EXPECT_EQ(folder.read("preferences.ini"), "[display]\nday=true\nmonth=true\nyear=true\n");
+}
+
+// What is not an ordinary file that can be read is not ours to replace.
+TEST_F(PreferenceFile, NeverReplacesWhatItCannotRead) {
+    const auto refuses = [this](const char* what) {
+        told.clear();
+        KeyFilePreferences preferences = open();
+        preferences.setBoolForKey(true, "day");
+        EXPECT_FALSE(preferences.synchronize()) << what;
+        EXPECT_EQ(told.size(), 1U) << what;
+        EXPECT_TRUE(preferences.boolForKey("day")) << what;
+    };
+    ASSERT_EQ(mkfifo(folder.path("preferences.ini").c_str(), 0600), 0);
+    refuses("a FIFO");
+    EXPECT_TRUE(std::filesystem::is_fifo(folder.path("preferences.ini")));
+    std::filesystem::remove(folder.path("preferences.ini"));
+
+    std::filesystem::create_directory(folder.path("preferences.ini"));
+    refuses("a folder");
+    std::filesystem::remove(folder.path("preferences.ini"));
+
+    folder.write("preferences.ini", std::string(2 << 20, '#'));
+    refuses("a huge file");
+    EXPECT_EQ(std::filesystem::file_size(folder.path("preferences.ini")), 2U << 20);
+
+    folder.write("preferences.ini", "[display]\n");
+    std::filesystem::permissions(folder.path("preferences.ini"), std::filesystem::perms::none);
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0755));
+    // Root may read everything: the rest is tried as nobody.
+    const bool root = geteuid() == 0;
+    if (root) {
+        ASSERT_EQ(seteuid(65534), 0);
+    }
+    refuses("a file without permission");
+    if (root) {
+        ASSERT_EQ(seteuid(0), 0);
+    }
+    std::filesystem::permissions(folder.path("preferences.ini"), std::filesystem::perms(0644));
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0555));
+    if (root) {
+        ASSERT_EQ(seteuid(65534), 0);
+    }
+    refuses("a folder without permission");
+    if (root) {
+        ASSERT_EQ(seteuid(0), 0);
+    }
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0755));
+    EXPECT_EQ(folder.read("preferences.ini"), "[display]\n");
+}
+
+}  // namespace
+}  // namespace dinmala

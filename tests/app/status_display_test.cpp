@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/FakePlatform.h"
+
+namespace dinmala {
+namespace {
+
+using test::nepal;
+using test::Shell;
+
+class StatusDisplay : public testing::Test {
+protected:
+    void show(std::initializer_list<std::string_view> keys) {
+        if (shell.delegate->statusItem() == nullptr) shell.delegate->awakeFromNib();
+        shell.preferences.values.clear();  // behind the rules' back
+        for (const std::string_view key : keys) shell.preferences.setBoolForKey(true, key);
+        shell.delegate->updateData();
+    }
+
+    Shell shell{nepal(2013, 4, 20, 6, 30)};
+};
+
+// BS 2070 Baishakh 7, a Saturday.
+TEST_F(StatusDisplay, ComposesTheTitleOfTheChosenPieces) {
+    show({"month", "day", "time"});
+    EXPECT_EQ(shell.title(), " बैशाख ७ ०६:३०");
+    show({"year"});
+    EXPECT_EQ(shell.title(), "२०७०");
+    show({"year", "month", "day", "dow", "time"});
+    EXPECT_EQ(shell.title(), "२०७० बैशाख ७ शनिवार ०६:३०");
+    show({"dow"});
+    EXPECT_EQ(shell.title(), " शनिवार");
+    show({});  // changed from outside since the rules were applied
+    EXPECT_EQ(shell.title(), "");
+}
+
+TEST_F(StatusDisplay, AnEmptyPieceStillAddsItsBlank) {
+    shell.now = nepal(2030, 4, 20, 6, 30);  // a year without lists
+    show({"year", "tithi", "event"});
+    EXPECT_EQ(shell.title(), "२०८७  ");
+    EXPECT_EQ(shell.description.title(), ", ");
+    EXPECT_EQ(shell.labels[6].stringValue(), "");
+}
+
+TEST_F(StatusDisplay, LabelsAndLinesCarryEverythingWhateverIsChosen) {
+    show({"icon"});
+    const char* const expected[] = {"२०७०", "बैशाख", "७", "शनिवार", "०६:३०"};
+    for (std::size_t i = 0; i < std::size(expected); ++i) EXPECT_EQ(shell.labels[i].stringValue(), expected[i]);
+    EXPECT_EQ(shell.date.title(), "२०७० बैशाख ७ शनिवार ०६:३०");
+    EXPECT_EQ(shell.description.title(), shell.labels[5].stringValue() + ", " + shell.labels[6].stringValue());
+}
+
+// A day whose record and date disagree: 2013-05-14 is day 31 although its number
+// equals the month's first AD day; and the piece is not cut at 2 digits.
+TEST_F(StatusDisplay, TellsTheLastDayOfAMonth) {
+    shell.now = nepal(2013, 5, 14, 23, 59);
+    show({"month", "day"});
+    EXPECT_EQ(shell.title(), " बैशाख ३१");
+    shell.now = nepal(2013, 5, 15, 0, 0);
+    shell.delegate->updateData();
+    EXPECT_EQ(shell.title(), " जेठ १");
+}
+
+TEST_F(StatusDisplay, ShowsTheFlagAloneAndLeavesNoneBesideAText) {
+    show({"icon", "year"});
+    ASSERT_NE(shell.delegate->statusItem()->image(), nullptr);
+    EXPECT_EQ(shell.title(), std::nullopt);
+    EXPECT_EQ(shell.delegate->statusImage()->path, "/res/NepalFlag.png");
+    EXPECT_NE(shell.delegate->statusImage(), shell.delegate->statusHighLightImage());  // loaded twice
+    EXPECT_EQ(shell.delegate->statusItem()->alternateImage(), shell.delegate->statusHighLightImage());
+
+    shell.log.clear();
+    show({"year"});
+    EXPECT_EQ(shell.delegate->statusItem()->alternateImage(), nullptr);
+    EXPECT_EQ(shell.log, (std::vector<std::string>{"-", "'२०७०'"}));  // cleared before it is set
+
+    shell.missingResources = "NepalFlag.png";
+    show({"icon"});
+    EXPECT_EQ(shell.delegate->statusItem()->image(), nullptr);
+    EXPECT_EQ(shell.title(), std::nullopt);
+}
+
+TEST_F(StatusDisplay, IsHonestOutsideTheTable) {
+    for (const Moment outside : {nepal(2043, 4, 14, 0, 0), nepal(1942, 4, 12, 23, 59)}) {
+        shell.now = outside;
+        show({"year", "month", "day"});
+        EXPECT_EQ(shell.title(), "– – –");
+        EXPECT_EQ(shell.description.title(), "–, आजको मिति पात्रोमा छैन");
+    }
+    shell.now = nepal(2043, 4, 13, 12, 0);
+    show({"year", "month", "day"});
+    EXPECT_EQ(shell.title(), "२०९९ चैत्र ३०");
+}
+
+TEST_F(StatusDisplay, RefreshesWithoutAnyOutlet) {
+    AppDelegate bare{shell.platform(), {}};
+    bare.awakeFromNib();
+    EXPECT_EQ(bare.statusItem()->title(), " बैशाख ७ ०६:३०");
+    bare.setYear(nullptr);
+    bare.changeAppStartup(nullptr);
+    (void)bare.checkUpdate();
+    EXPECT_EQ(bare.statusItem()->title(), "२०७० बैशाख ७ ०६:३०");
+}
+
+}  // namespace
+}  // namespace dinmala

@@ -1,0 +1,133 @@
+#include "app/platform/terminal/LinesFace.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <optional>
+
+#include "tests/app/terminal/FakeMenu.h"
+
+namespace dinmala {
+namespace {
+
+class LinesFaceOverAPipe : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
+        // What a program finds that a shell started with its output in a pipe.
+        ASSERT_EQ(fcntl(ends[1], F_SETFL, 0), 0);
+        face.emplace([this] { ++quits; }, ends[1]);
+        item = face->statusItemWithLength(-1.0);
+    }
+    void TearDown() override {
+        face.reset();
+        closeReader();
+        close(ends[1]);
+    }
+
+    void closeReader() {
+        if (ends[0] >= 0) close(std::exchange(ends[0], -1));
+    }
+
+    /// As the shell refreshes: everything is cleared first.
+    void refresh(std::optional<std::string> title, ImagePtr image = nullptr) {
+        item->setImage(nullptr);
+        item->setTitle(std::nullopt);
+        if (image) item->setImage(std::move(image));
+        if (title) item->setTitle(std::move(title));
+    }
+
+    std::string readAll() {
+        std::string text;
+        std::array<char, 4096> buffer;
+        for (ssize_t n = 0; (n = read(ends[0], buffer.data(), buffer.size())) > 0;)
+            text.append(buffer.data(), static_cast<std::size_t>(n));
+        return text;
+    }
+
+    int ends[2] = {-1, -1};
+    int quits = 0;
+    std::optional<LinesFace> face;
+    std::unique_ptr<StatusItem> item;
+};
+
+// Printing at each change gives empty lines, printing when the text differs
+// misses the second; trimming loses the blank.
+TEST_F(LinesFaceOverAPipe, EveryRefreshGivesOneLineByteForByte) {
+    bool shown = false;
+    face->whenShown([&] { shown = true; });
+    runDueSources();
+    EXPECT_FALSE(shown);
+    EXPECT_EQ(readAll(), "");
+
+    refresh(" बैशाख ७ ०६:३०");
+    runDueSources();
+    EXPECT_TRUE(shown);
+    refresh(" बैशाख ७ ०६:३०");
+    runDueSources();
+    refresh(std::nullopt, std::make_shared<Image>());
+    runDueSources();
+    refresh("two\nlines ");
+    runDueSources();
+    EXPECT_EQ(readAll(), " बैशाख ७ ०६:३०\n बैशाख ७ ०६:३०\n🇳🇵\ntwo lines \n");
+    EXPECT_EQ(quits, 0);
+}
+
+TEST_F(LinesFaceOverAPipe, AReaderThatLeavesEndsItBeforeTheNextLine) {
+    refresh("one");
+    runDueSources();
+    closeReader();
+    runDueSources();
+    EXPECT_EQ(quits, 1);
+    refresh("nobody reads this");  // SIGPIPE would end the test here
+    runDueSources();
+    EXPECT_EQ(quits, 1);
+}
+
+// A reader that sleeps must neither block the loop (the test would hang) nor make
+// it spin (runDueSources would not return), and wakes to whole lines and the newest.
+TEST_F(LinesFaceOverAPipe, ASlowReaderGetsWholeLinesAndTheNewest) {
+    const std::string line(1000, 'x');
+    for (int i = 0; i < 200; ++i) {
+        refresh(line);
+        runDueSources();
+    }
+    refresh("newest");
+    runDueSources();
+
+    std::string text;
+    for (std::string more; !(more = readAll()).empty(); runDueSources()) text += more;
+    ASSERT_TRUE(text.ends_with("\nnewest\n"));
+    text.resize(text.size() - 7);
+    EXPECT_GT(text.size(), 50'000U);
+    EXPECT_EQ(text.size() % (line.size() + 1), 0U);
+    EXPECT_EQ(quits, 0);
+}
+
+TEST_F(LinesFaceOverAPipe, ASignalThatAsksToEndIsPassedOn) {
+    raise(SIGTERM);
+    while (quits == 0) g_main_context_iteration(nullptr, TRUE);
+    SUCCEED();
+}
+
+TEST(LinesFaceWithoutOutput, EndsWhenTheLoopRuns) {
+    int quits = 0;
+    LinesFace face([&] { ++quits; }, -1);
+    const auto item = face.statusItemWithLength(-1.0);
+    item->setTitle("into the void");
+    EXPECT_EQ(quits, 0);  // there is no loop to leave yet
+    runDueSources();
+    EXPECT_EQ(quits, 1);
+
+    const int closed = dup(STDOUT_FILENO);
+    close(closed);
+    LinesFace second([&] { ++quits; }, closed);
+    runDueSources();
+    EXPECT_EQ(quits, 2);
+}
+
+}  // namespace
+}  // namespace dinmala

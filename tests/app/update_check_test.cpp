@@ -1,0 +1,89 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/FakePlatform.h"
+
+namespace dinmala {
+namespace {
+
+TEST(UpdateAnswer, AnnouncesOnlyWhatReadsAsOne) {
+    for (const std::string_view body : {R"({"update":1})", R"({"update":"1"})", R"({"update":true})",
+                                        R"({"update":1.0})", R"( {"other":0, "update" : 1} )"}) {
+        EXPECT_TRUE(announcesUpdate(body)) << body;
+    }
+    for (const std::string_view body : {R"({"update":0})",
+                                        R"({"update":"0"})",
+                                        R"({"update":null})",
+                                        R"({"update":false})",
+                                        R"({"update":2})",
+                                        R"({"update":-1})",
+                                        R"({"update":"1 "})",
+                                        R"({"update":"01"})",
+                                        R"({"update":"true"})",
+                                        R"({"update":[1]})",
+                                        R"({"update":{"update":1}})",
+                                        R"({"Update":1})",
+                                        "{}",
+                                        "[]",
+                                        R"([{"update":1}])",
+                                        "1",
+                                        "true",
+                                        "\"1\"",
+                                        "",
+                                        " ",
+                                        R"({"update":1)",
+                                        R"({"update":1}x)",
+                                        "{update:1}",
+                                        "<html>404</html>",
+                                        "\xff\xfe",
+                                        "{\"update\":\"\xff\"}",
+                                        "{\"update\":1e400}"}) {
+        EXPECT_FALSE(announcesUpdate(body)) << body;
+    }
+    EXPECT_FALSE(announcesUpdate(std::string(100000, '[')));
+    EXPECT_FALSE(announcesUpdate(R"({"update":)" + std::string(100000, '[') + std::string(100000, ']') + "}"));
+}
+
+class UpdateCheck : public testing::Test {
+protected:
+    bool check() {
+        shell.restart();
+        return shell.delegate->checkUpdate();
+    }
+    test::Shell shell;
+};
+
+TEST_F(UpdateCheck, AsksForVersionThenBuildAndShowsTheButton) {
+    shell.answer = R"({"update":1})";
+    EXPECT_TRUE(check());
+    EXPECT_FALSE(shell.update.isHidden());
+    EXPECT_EQ(shell.fetched, (std::vector<std::string>{"http://site.example/apps/mac/request/vcheck/v/2.0/b/7"}));
+}
+
+TEST_F(UpdateCheck, HidesTheButtonUnlessAnUpdateIsAnnounced) {
+    for (const std::optional<std::string>& answer : {std::optional<std::string>{}, std::optional<std::string>{""},
+                                                     std::optional<std::string>{R"({"update":0})"}}) {
+        shell.update.setHidden(false);
+        shell.answer = answer;
+        EXPECT_FALSE(check());
+        EXPECT_TRUE(shell.update.isHidden());
+    }
+}
+
+TEST_F(UpdateCheck, FetchesNothingFromANameThatIsNoSite) {
+    shell.answer = R"({"update":1})";
+    for (const char* host : {"dinmala.invalid", ""}) {
+        shell.info["DinmalaSiteHost"] = std::string{host};
+        EXPECT_FALSE(check());
+    }
+    EXPECT_TRUE(shell.fetched.empty());
+}
+
+TEST_F(UpdateCheck, OpensThePagesOfTheSameHost) {
+    shell.delegate->goToWeb(nullptr);
+    shell.delegate->goToUpdateURL(nullptr);
+    EXPECT_EQ(shell.opened,
+              (std::vector<std::string>{"http://site.example/?ref=mac", "http://site.example/apps/mac/"}));
+}
+
+}  // namespace
+}  // namespace dinmala
