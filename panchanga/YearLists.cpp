@@ -326,6 +326,12 @@ private:
         days_[{token.month, token.day}].push_back(std::move(token));
     }
 
+    /// The days of a festival in the year, reckoned once.
+    const std::vector<Occurrence>& daysOf(int id) {
+        const auto known = reckoned_.find(id);
+        return known != reckoned_.end() ? known->second : reckoned_[id] = festivals_.daysOf(id, sky_);
+    }
+
     [[nodiscard]] MonthDay dayOf(const Occurrence& one) const {
         const BsCalendar::Date date = sky_.calendar().date(one.day);
         return {date.month, date.day};
@@ -339,7 +345,7 @@ private:
                 return;
             }
         }
-        for (const Occurrence& one : festivals_.daysOf(id, sky_)) {
+        for (const Occurrence& one : daysOf(id)) {
             if (dayOf(one) == day) {
                 put({day.first, day.second, id, {}});
                 return;
@@ -438,9 +444,10 @@ private:
     }
 
     void fillFullDays() {
+        const std::vector<int> ids = wanted();
         for (const auto& [day, count] : plan_.full) {
-            for (const int id : wanted()) {
-                for (const Occurrence& one : festivals_.daysOf(id, sky_)) {
+            for (const int id : ids) {
+                for (const Occurrence& one : daysOf(id)) {
                     if (dayOf(one) == day && one.grade != Grade::usual && takes(day, id)) {
                         put({day.first, day.second, id, {}});
                     }
@@ -463,7 +470,7 @@ private:
     /// Lists the first day of `id` that is sure and open and not listed yet. Returns whether there was one.
     bool addOne(int id) {
         for (const Grade grade : {Grade::dated, Grade::sure}) {
-            for (const Occurrence& one : festivals_.daysOf(id, sky_)) {
+            for (const Occurrence& one : daysOf(id)) {
                 const MonthDay day = dayOf(one);
                 if (one.grade == grade && takes(day, id)) {
                     put({day.first, day.second, id, {}});
@@ -476,11 +483,12 @@ private:
 
     /// Adds further days of the ids listed: of yearly festivals first, then of monthly ones, a day of each in turn.
     void fillRest() {
+        const std::vector<int> ids = wanted();
         for (const bool often : {false, true}) {
             bool added = true;
             while (added) {
                 added = false;
-                for (const int id : wanted()) {
+                for (const int id : ids) {
                     if (count_ == plan_.tokens) {
                         return;
                     }
@@ -502,6 +510,7 @@ private:
     std::set<MonthDay> closed_;
     std::set<int> listed_;
     std::size_t count_ = 0;
+    std::map<int, std::vector<Occurrence>> reckoned_;
 
     friend class EventPlans;
 };

@@ -14,6 +14,7 @@ namespace {
 /// file of nothing but opening tags leaves the stack alone.
 constexpr std::size_t kLimit = 64 * 1024;
 
+using Node = std::unique_ptr<void, decltype(&plist_free)>;
 using Text = std::unique_ptr<char, decltype(&std::free)>;
 
 std::optional<PropertyValue> scalar(plist_t node) {
@@ -44,30 +45,48 @@ std::optional<PropertyValue> scalar(plist_t node) {
     }
 }
 
+/// The library ends the program when it is asked for a text with a zero in it.
+/// XML cannot have one; what does is malformed.
+Node parseXml(const std::string& text) {
+    plist_t root = nullptr;
+    if (text.find('\0') == std::string::npos) {
+        plist_from_xml(text.c_str(), static_cast<std::uint32_t>(text.size()), &root);
+    }
+    return {root, &plist_free};
+}
+
+Node parse(std::string_view text) {
+    const std::string terminated(text);
+    const auto length = static_cast<std::uint32_t>(text.size());
+    if (plist_is_binary(terminated.c_str(), length) == 0) return parseXml(terminated);
+
+    // By way of XML, which shows whether a text has a zero in it.
+    plist_t parsed = nullptr;
+    plist_from_bin(terminated.c_str(), length, &parsed);
+    const Node binary(parsed, &plist_free);
+    if (!binary) return {nullptr, &plist_free};
+    char* xml = nullptr;
+    std::uint32_t xmlLength = 0;
+    plist_to_xml(binary.get(), &xml, &xmlLength);
+    const Text owned(xml, &std::free);
+    return parseXml(xml != nullptr ? std::string(xml, xmlLength) : std::string());
+}
+
 }  // namespace
 
 std::optional<PropertyList> parsePropertyList(std::string_view text) {
     if (text.empty() || text.size() > kLimit) return std::nullopt;
-    const auto length = static_cast<std::uint32_t>(text.size());
-    // The library reads XML up to a terminating zero.
-    const std::string terminated(text);
-    plist_t parsed = nullptr;
-    if (plist_is_binary(terminated.data(), length) != 0) {
-        plist_from_bin(terminated.data(), length, &parsed);
-    } else {
-        plist_from_xml(terminated.data(), length, &parsed);
-    }
-    const std::unique_ptr<void, decltype(&plist_free)> root(parsed, &plist_free);
-    if (!root || plist_get_node_type(parsed) != PLIST_DICT) return std::nullopt;
+    const Node root = parse(text);
+    if (!root || plist_get_node_type(root.get()) != PLIST_DICT) return std::nullopt;
 
     PropertyList list;
     plist_dict_iter raw = nullptr;
-    plist_dict_new_iter(parsed, &raw);
+    plist_dict_new_iter(root.get(), &raw);
     const std::unique_ptr<void, decltype(&std::free)> iterator(raw, &std::free);
     while (true) {
         char* key = nullptr;
         plist_t node = nullptr;
-        plist_dict_next_item(parsed, raw, &key, &node);
+        plist_dict_next_item(root.get(), raw, &key, &node);
         const Text owned(key, &std::free);
         if (node == nullptr) return list;
         std::optional<PropertyValue> value = scalar(node);

@@ -50,10 +50,12 @@ TEST(PropertyListFile, GivesScalarsFromBothForms) {
 TEST(PropertyListFile, GivesNothingForWhatIsNoDictionary) {
     const TemporaryFolder folder;
     const std::string root = "<plist version=\"1.0\">";
+    // The library would end the program.
+    const std::string zero = root + "<dict><key>a</key><string>b" + std::string(1, '\0') + "</string></dict></plist>";
     std::string nested = root;
     while (nested.size() < 64000) nested += "<array>";
     for (const std::string& text :
-         {std::string(), std::string("text"), std::string("<plist>"), root + "<dict><key>a</key>",
+         {std::string(), std::string("text"), zero, std::string("<plist>"), root + "<dict><key>a</key>",
           root + "<array><string>a</string></array></plist>", root + "<string>a</string></plist>", nested,
           root + "<dict>" + std::string(70000, ' ') + "</dict></plist>", std::string("bplist00")}) {
         EXPECT_EQ(readPropertyList(folder.write("a.plist", text)), std::nullopt) << text.substr(0, 60);
