@@ -532,6 +532,9 @@ void checkEvents(const AlmanacFiles& files, const AlmanacRules& rules, const Pan
                 report.failures.push_back("event " + text + " is not on a day of its rule");
             } else {
                 ++report.byGrade[std::string(gradeName(found->grade))];
+                if (found->grade == Grade::usual) {
+                    report.usual.push_back(text + ' ' + files.eventNames.at(token.id));
+                }
             }
         }
     }
@@ -676,10 +679,10 @@ std::string AlmanacReport::text() const {
     for (const auto& [grade, count] : byGrade) {
         out << ' ' << grade << ' ' << count;
     }
-    out << "\ndated sources: " << datedAgree << " agree, " << datedUnlisted.size()
+    out << "\n" << join(usual, "    usual: ") << "dated sources: " << datedAgree << " agree, " << datedUnlisted.size()
         << " agree with the rule of a festival that its year does not list, " << datedElse.size()
         << " differ for a reason given\n"
-        << join(datedElse, "    ") << "failures: " << failures.size() << "\n"
+        << join(datedUnlisted, "    not listed: ") << join(datedElse, "    ") << "failures: " << failures.size() << "\n"
         << join(failures, "    ");
     return out.str();
 }

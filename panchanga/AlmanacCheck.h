@@ -44,6 +44,7 @@ struct AlmanacReport {
     int eventTokens = 0;
     std::map<std::string, int> byGrade;  ///< event tokens that agree with their rule: "dated", "sure", "usual"; and
                                          ///< those that stand without a rule, "stated"
+    std::vector<std::string> usual;      ///< the event tokens of that grade
     int datedAgree = 0;                  ///< dated sources whose day the lists have
     std::vector<std::string> datedElse;  ///< those that differ for a reason that is given
     std::vector<std::string> datedUnlisted;  ///< those whose festival the year does not list; the rule gives the day

@@ -153,10 +153,10 @@ double momentOf(DayPart part, sys_days day, const Place& place) {
     return rise;
 }
 
-/// Where a tithi puts a festival: the day, and whether two days in a row qualified.
+/// Where a tithi puts a festival: the day, and on how many days the moment falls in the tithi.
 struct Found {
     sys_days day;
-    bool two;
+    std::size_t count;
 };
 
 /// The day whose `part` falls between `begin` and `end`; where none does, the day whose sunrise does; and where there
@@ -175,15 +175,17 @@ Found dayOf(double begin, double end, DayPart part, bool later, const Place& pla
         }
     }
     if (found.empty()) {
-        return part == DayPart::sunrise ? Found{holding, false} : dayOf(begin, end, DayPart::sunrise, later, place);
+        const sys_days day =
+            part == DayPart::sunrise ? holding : dayOf(begin, end, DayPart::sunrise, later, place).day;
+        return {day, 0};
     }
-    return {later ? found.back() : found.front(), found.size() > 1};
+    return {later ? found.back() : found.front(), found.size()};
 }
 
 /// The day of a tithi by the rule of `festival`, and how sure it is.
 Occurrence occurrenceOf(const Tithi& tithi, const Festival& festival, const Place& place) {
     const Found found = dayOf(tithi.begin, tithi.end, festival.part, festival.later, place);
-    bool sure = !found.two || festival.later || festival.earlier;
+    bool sure = found.count == 1 || (found.count == 2 && (festival.later || festival.earlier));
     std::vector<DayPart> parts{festival.part};
     if (!festival.partGiven) {
         parts = {DayPart::sunrise, DayPart::midday, DayPart::afternoon};
@@ -203,7 +205,7 @@ Occurrence occurrenceOf(const Tithi& tithi, const Festival& festival, const Plac
 std::optional<Occurrence> fastOf(const Tithi& tithi, const Festival& festival, const Place& place) {
     const Found found = dayOf(tithi.begin, tithi.end, DayPart::sunrise, false, place);
     const double dawn = sunrise(found.day, place) - kArunodaya;
-    const bool waits = tithi.begin > dawn || found.two;
+    const bool waits = tithi.begin > dawn || found.count == 2;
     if (!waits) {
         return std::nullopt;
     }

@@ -57,8 +57,9 @@ enum class DayPart {
 
 /// How far a day can be trusted, best last.
 enum class Grade {
-    usual,  ///< ends of the tithi 25 minutes off would move it, or, where the rule names no moment, midday or afternoon
-    sure,   ///< they would not
+    usual,  ///< ends of the tithi 25 minutes off would move it, or, where the rule names no moment, midday or afternoon;
+            ///< or the moment falls in the tithi on no day, or on two and the rule does not choose
+    sure,   ///< none of that
     dated,  ///< taken from a dated source, or fixed in the civil calendar
 };
 
