@@ -15,7 +15,7 @@
 #include "app/FaceChoice.h"
 #include "app/Interface.h"
 #include "app/platform/linux/AutostartLoginItems.h"
-#include "app/platform/linux/CurlFetch.h"
+#include "app/platform/linux/ChildFetch.h"
 #include "app/platform/linux/GlibRunLoop.h"
 #include "app/platform/linux/ImageFile.h"
 #include "app/platform/linux/InstalledBundle.h"
@@ -116,7 +116,8 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
     platform.statusItemWithLength = [&](double length) { return face->statusItemWithLength(length); };
     platform.loadImage = loadImage;
     platform.readPropertyList = readPropertyList;
-    platform.httpGet = [](const std::string& url) { return httpGet(url); };
+    const std::string fetch = Glib::build_filename(Glib::path_get_dirname(bundle.bundlePath), "dinmala-fetch");
+    platform.httpGet = [fetch](const std::string& url) { return httpGetByChild(fetch, url); };
     platform.openUrl = [&](const std::string& url) { openUrl(url, tell); };
 
     AppDelegate delegate{std::move(platform), interface.outlets()};

@@ -118,23 +118,5 @@ TEST_F(RuleDays, FollowTheMoonThroughTheStars) {
     EXPECT_EQ(entries.front(), "2013-5-3");
 }
 
-TEST(YearLists, ComeBackAsTheyWereWritten) {
-    const std::string text = "0101 428 5 542\n3001 216 216  # 216: twice\n";
-    std::istringstream file{"# head\n" + text};
-    const std::vector<Token> tokens = readYearList(file, "list.txt");
-    ASSERT_EQ(tokens.size(), 5U);
-    EXPECT_EQ(tokens[1].text(), "01015");
-    EXPECT_EQ(tokens[4].note, "216: twice");
-    for (const char* bad : {"101 5", "0101", "0101 x", "0l01 5"}) {
-        std::istringstream wrong{std::string("# head\n") + bad + "\n"};
-        try {
-            (void)readYearList(wrong, "list.txt");
-            ADD_FAILURE() << bad;
-        } catch (const FileError& error) {
-            EXPECT_EQ(error.text.compare(0, 11, "list.txt:2:"), 0) << error.text;
-        }
-    }
-}
-
 }  // namespace
 }  // namespace dinmala::panchanga
