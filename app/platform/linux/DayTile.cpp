@@ -71,9 +71,9 @@ Image dayTile(const Image& digits, std::string_view day) {
     int textWidth = -gap;
     for (const Span& ink : inks) textWidth += ink.width() + gap;
 
-    // The digits are as tall as three fifths of the tile, unless they are too wide for that.
+    // The digits are as tall as two thirds of the tile, unless they are too wide for that.
     Image tile;
-    const int side = std::max({64, digits.height * 5 / 3, textWidth * 100 / 84});
+    const int side = std::max({64, digits.height * 3 / 2, textWidth * 100 / 84});
     tile.width = tile.height = side;
     tile.pixels.reserve(static_cast<std::size_t>(side) * static_cast<std::size_t>(side) * 4);
     for (int y = 0; y < side; ++y) {
