@@ -94,7 +94,7 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
     };
 
     const Bundle bundle = makeBundle();
-    Interface interface{interfaceDefinition(bundle), language()};
+    Interface interface { interfaceDefinition(bundle), language() };
 
     std::unique_ptr<Face> face;
     if (inPanel) {
