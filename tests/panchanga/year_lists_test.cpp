@@ -139,7 +139,7 @@ protected:
             "1 | known | bs 01-10 | test\n2 | inferred | bs 01-10 | test\n3 | named | every bright 8 sunrise | test\n"
             "4 | named | bs 01-10 | test\n5 | known | bs 01-01 | test\n6 | inferred | bs 02-05 | test\n"
             "7 | known | lunar Chaitra bright 9 midday, later | test\n8 | unknown | unknown | test\n"
-            "9 | known | bs 03-03 | test\n10 | known | bs 01-10 | test\n"};
+            "9 | known | bs 03-03 | test\n10 | known | bs 01-10, as 1 | test\n"};
         const Festivals festivals{rulesText, "rules.txt"};
         std::istringstream planText{"year 2069 1 1 1 4\nyear 2070 " + plan};
         const EventPlans plans{planText, "years.txt"};
@@ -187,11 +187,10 @@ TEST_F(EventLists, SayWhatTheRulesCannotFill) {
     }
 }
 
-// Two ids with one name never share a day; no day grows past its measure.
-TEST_F(EventLists, ListANameOnceADay) {
-    const std::string text = list("10 6 2 8\n");
-    EXPECT_EQ(text.find(" 1 4"), std::string::npos);
-    EXPECT_EQ(text.find("1001 1 2"), text.find("1001"));
+// Two ids with one name never share a day; two names of one festival only where a full day cannot do without.
+TEST_F(EventLists, ListAFestivalOnceADay) {
+    EXPECT_NE(list("10 6 5 8\nlater 10\n").find("1001 1 2\n"), std::string::npos);
+    EXPECT_NE(list("5 5 5 8\nlater 10\nfull 1001 3\n").find("1001 1 2 10\n"), std::string::npos);
 }
 
 }  // namespace
