@@ -53,6 +53,11 @@ std::string trimmed(const std::string& text) {
 
 std::string titleOf(const MenuItem* item) { return item != nullptr ? item->title() : std::string{}; }
 
+/// The date line and, where it says something, the description line below it.
+std::string wholeText(const std::string& dateLine, const std::string& description) {
+    return description.find_first_not_of(", ") == std::string::npos ? dateLine : dateLine + "\n" + description;
+}
+
 }  // namespace
 
 PanelFace::PanelFace(Glib::RefPtr<Gio::DBus::Connection> connection, PanelResources resources,
@@ -118,7 +123,7 @@ void PanelFace::flush() {
         menu_ = std::make_unique<MenuExport>(*item_->menu(), [this] { changed(); });
         menu_->whenExported(connection_, [this] {
             menuIsExported_ = true;
-            registerItem();
+            changed();
         });
     }
     if (host_.kind() == PanelHost::Kind::none) return;
@@ -142,7 +147,7 @@ void PanelFace::registerItem() {
         retry_.disconnect();
         retry_ = Glib::signal_timeout().connect(
             [this] {
-                registerItem();
+                changed();
                 return false;
             },
             kBetweenTries);
@@ -156,7 +161,7 @@ ItemView PanelFace::view() {
     ItemView view;
     view.title = trimmed(item_->title().value_or(dateLine));
     view.toolTipTitle = Glib::Markup::escape_text(item_->toolTip());
-    view.toolTipBody = Glib::Markup::escape_text(dateLine + "\n" + titleOf(outlets_.descriptionMenuItem));
+    view.toolTipBody = Glib::Markup::escape_text(wholeText(dateLine, titleOf(outlets_.descriptionMenuItem)));
     if (showsLabel) view.label = item_->title().value_or("");
     if (image != nullptr) {
         drawSquares(image);

@@ -22,7 +22,7 @@ protected:
     /// A program of that path below the test's folder; it writes its own path
     /// into the file `started`.
     std::string program(const std::string& name) {
-        const std::string path = folder.write(name, "#!/bin/sh\nprintf %s \"$0\" >> " + folder.path("started") + "\n");
+        std::string path = folder.write(name, "#!/bin/sh\nprintf %s \"$0\" >> " + folder.path("started") + "\n");
         fs::permissions(path, fs::perms(0755));
         return path;
     }
@@ -135,7 +135,7 @@ TEST_F(Autostart, SkipsForeignFilesAndLeavesThem) {
     const std::vector<std::pair<std::string, std::string>> broken = {
         {"empty.desktop", ""},
         {"text.desktop", "Exec=" + path},
-        {"binary.desktop", std::string("\0\xff\n[\x80=\n", 8)}};
+        {"binary.desktop", std::string("\0\xff\n[\x80=\n", 7)}};
     for (const auto& [name, text] : broken) folder.write("autostart/" + name, text);
     ASSERT_EQ(mkfifo(folder.path("autostart/fifo.desktop").c_str(), 0600), 0);
     fs::create_symlink("/dev/zero", folder.path("autostart/device.desktop"));
