@@ -143,12 +143,18 @@ double momentOf(DayPart part, sys_days day, const Place& place) {
     const double rise = sunrise(day, place);
     const double set = sunset(day, place);
     switch (part) {
-        case DayPart::sunrise: return rise;
-        case DayPart::midday: return 0.5 * (rise + set);
-        case DayPart::afternoon: return rise + 0.7 * (set - rise);
-        case DayPart::evening: return set + 72.0 * kMinute;
-        case DayPart::moonrise: return set + 170.0 * kMinute;
-        case DayPart::midnight: return 0.5 * (set + sunrise(day + days{1}, place));
+        case DayPart::sunrise:
+            return rise;
+        case DayPart::midday:
+            return 0.5 * (rise + set);
+        case DayPart::afternoon:
+            return rise + 0.7 * (set - rise);
+        case DayPart::evening:
+            return set + 72.0 * kMinute;
+        case DayPart::moonrise:
+            return set + 170.0 * kMinute;
+        case DayPart::midnight:
+            return 0.5 * (set + sunrise(day + days{1}, place));
     }
     return rise;
 }
@@ -175,8 +181,7 @@ Found dayOf(double begin, double end, DayPart part, bool later, const Place& pla
         }
     }
     if (found.empty()) {
-        const sys_days day =
-            part == DayPart::sunrise ? holding : dayOf(begin, end, DayPart::sunrise, later, place).day;
+        const sys_days day = part == DayPart::sunrise ? holding : dayOf(begin, end, DayPart::sunrise, later, place).day;
         return {day, 0};
     }
     return {later ? found.back() : found.front(), found.size()};
@@ -218,17 +223,19 @@ std::optional<Occurrence> fastOf(const Tithi& tithi, const Festival& festival, c
 /// The moments between `from` and `to` at which the Moon enters `degrees`.
 std::vector<double> moonEntries(double degrees, double from, double to, const Panchanga& panchanga) {
     const auto ahead = [&](double jd) { return std::remainder(panchanga.moonLongitude(jd) - degrees, 360.0); };
-    constexpr double kStep = 1.0;
     std::vector<double> moments;
-    for (double jd = from; jd < to; jd += kStep) {
-        if (ahead(jd) < 0.0 && ahead(jd + kStep) >= 0.0 && ahead(jd + kStep) < 90.0) {
-            double low = jd, high = jd + kStep;
-            while (high - low > kMinute / 60.0) {
-                const double middle = 0.5 * (low + high);
-                (ahead(middle) < 0.0 ? low : high) = middle;
-            }
-            moments.push_back(high);
+    const int count = static_cast<int>(to - from);
+    for (int i = 0; i < count; ++i) {  // day by day: the Moon goes 15 degrees at most
+        double low = from + i;
+        double high = low + 1.0;
+        if (ahead(low) >= 0.0 || ahead(high) < 0.0 || ahead(high) > 90.0) {
+            continue;
         }
+        while (high - low > kMinute / 60.0) {
+            const double middle = 0.5 * (low + high);
+            (ahead(middle) < 0.0 ? low : high) = middle;
+        }
+        moments.push_back(high);
     }
     return moments;
 }
@@ -338,7 +345,8 @@ std::vector<Occurrence> Festivals::around(const Festival& festival, const SkyYea
     const BsCalendar& calendar = sky.calendar();
     std::vector<Occurrence> found;
     switch (festival.kind) {
-        case Kind::unknown: break;
+        case Kind::unknown:
+            break;
         case Kind::bsDate:
             for (int year = sky.year() - 1; year <= sky.year() + 1; ++year) {
                 if (calendar.holds(year) && festival.day <= calendar.monthLength(year, festival.month)) {
@@ -362,10 +370,11 @@ std::vector<Occurrence> Festivals::around(const Festival& festival, const SkyYea
         case Kind::lunar:
         case Kind::everyMonth:
             for (const auto& [tithi, date] : sky.tithis()) {
-                const bool number = tithi.number == festival.tithi ||
-                                    (festival.bothHalves && tithi.number == festival.tithi + 15);
-                const bool month = festival.kind == Kind::everyMonth ||
-                                   (date.adhika == festival.adhika && (festival.adhika || date.month == festival.month));
+                const bool number =
+                    tithi.number == festival.tithi || (festival.bothHalves && tithi.number == festival.tithi + 15);
+                const bool month =
+                    festival.kind == Kind::everyMonth ||
+                    (date.adhika == festival.adhika && (festival.adhika || date.month == festival.month));
                 if (!number || !month) {
                     continue;
                 }
@@ -388,7 +397,9 @@ std::vector<Occurrence> Festivals::around(const Festival& festival, const SkyYea
                 found.push_back({dayAt(moment), sure ? Grade::sure : Grade::usual});
             }
             break;
-        case Kind::withOther: found = around(festivals_.at(festival.other), sky); break;
+        case Kind::withOther:
+            found = around(festivals_.at(festival.other), sky);
+            break;
     }
 
     std::vector<Occurrence> result;

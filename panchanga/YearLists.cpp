@@ -162,10 +162,10 @@ std::vector<Token> TithiRules::list(int year, const BsCalendar& calendar, const 
     for (const DayTithi& today : panchanga.dayTithis(first, static_cast<int>((last - first).count()) + 1)) {
         const BsCalendar::Date date = calendar.date(today.day);
         const MonthDay key{date.month, date.day};
-        const bool covered = rules.covers.empty() || std::any_of(rules.covers.begin(), rules.covers.end(),
-                                                                 [&key](const auto& cover) {
-                                                                     return cover.first <= key && key <= cover.second;
-                                                                 });
+        const bool covered =
+            rules.covers.empty() || std::any_of(rules.covers.begin(), rules.covers.end(), [&key](const auto& cover) {
+                return cover.first <= key && key <= cover.second;
+            });
         if (!covered || contains(rules.empty, key)) {
             continue;
         }
@@ -180,9 +180,8 @@ std::vector<Token> TithiRules::list(int year, const BsCalendar& calendar, const 
         const LunarDate lunar = panchanga.lunarDateAt(today.sunrise);
         const auto observance = rules.observances.find({lunar.month, lunar.tithi});
         const bool observed = observance != rules.observances.end() && !lunar.adhika && !today.repeated;
-        const auto joined = today.skipped == 0
-                                ? joined_.end()
-                                : joined_.find({withinHalf(today.tithi), withinHalf(today.skipped)});
+        const auto joined =
+            today.skipped == 0 ? joined_.end() : joined_.find({withinHalf(today.tithi), withinHalf(today.skipped)});
         const bool join = rules.joined && !contains(rules.bothDays, key) && joined != joined_.end() &&
                           (rules.joinedFirst < 0 || joinedSoFar < rules.joinedFirst);
         if (join) {
@@ -413,8 +412,8 @@ private:
     }
 
     [[nodiscard]] bool mayList(int id) const {
-        return names_.contains(id) && (id <= plan_.newest || std::find(plan_.later.begin(), plan_.later.end(), id) !=
-                                                                 plan_.later.end());
+        return names_.contains(id) &&
+               (id <= plan_.newest || std::find(plan_.later.begin(), plan_.later.end(), id) != plan_.later.end());
     }
 
     [[nodiscard]] bool monthly(int id) const {

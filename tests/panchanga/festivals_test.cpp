@@ -104,9 +104,9 @@ TEST_F(RuleDays, KeepExtraMonthsApart) {
     EXPECT_EQ(days("adhika bright 1 sunrise", 2069), Days{"2012-8-18"});
     EXPECT_EQ(days("adhika dark 30 sunrise", 2069), Days{"2012-9-16"});
     EXPECT_EQ(days("adhika bright 1 sunrise", 2070), Days{});
-    EXPECT_EQ(days("lunar Bhadra bright 3", 2069), Days{"2012-9-18"});      // after the extra month
+    EXPECT_EQ(days("lunar Bhadra bright 3", 2069), Days{"2012-9-18"});         // after the extra month
     EXPECT_EQ(days("lunar Bhadra dark 30 sunrise", 2069), Days{"2012-8-17"});  // before it
-    EXPECT_EQ(days("every bright 8 sunrise", 2069).size(), 12U);  // the extra month too
+    EXPECT_EQ(days("every bright 8 sunrise", 2069).size(), 12U);               // the extra month too
     EXPECT_EQ(days("every bright 8 sunrise, weekday Monday", 2069), (Days{"2012-10-22", "2013-2-18"}));
     EXPECT_EQ(days("every 11 sunrise", 2070).size(), 25U);
 }

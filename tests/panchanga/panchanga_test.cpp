@@ -1,8 +1,8 @@
 // The computed sky: against the month table, against itself, and against a modern reckoning.
 
+#include "Panchanga.h"
 #include "Festivals.h"
 #include "ModernSky.h"
-#include "Panchanga.h"
 
 #include <gtest/gtest.h>
 
@@ -128,11 +128,11 @@ TEST_F(ComputedSky, NamesLunarMonthsAndFindsTheExtraOnes) {
     EXPECT_EQ(extra, (std::vector<std::string>{"2067-1", "2069-5"}));
     // Dark halves carry the next month's name, but not in an extra month.
     const auto at = [this](sys_days day) { return panchanga.lunarDateAt(sunrise(day, kKathmandu)); };
-    EXPECT_EQ(at(sys_days{2013y / August / 28}), (LunarDate{5, false, 23}));    // Janmashtami, dark 8th of Bhadra
-    EXPECT_EQ(at(sys_days{2013y / October / 14}), (LunarDate{6, false, 10}));   // Vijaya Dashami
-    EXPECT_EQ(at(sys_days{2012y / August / 27}).adhika, true);                  // bright half of the extra Bhadra
-    EXPECT_EQ(at(sys_days{2012y / September / 10}).month, 5);                   // its dark half
-    EXPECT_EQ(at(sys_days{2012y / August / 15}), (LunarDate{5, false, 28}));    // the dark half before it
+    EXPECT_EQ(at(sys_days{2013y / August / 28}), (LunarDate{5, false, 23}));   // Janmashtami, dark 8th of Bhadra
+    EXPECT_EQ(at(sys_days{2013y / October / 14}), (LunarDate{6, false, 10}));  // Vijaya Dashami
+    EXPECT_EQ(at(sys_days{2012y / August / 27}).adhika, true);                 // bright half of the extra Bhadra
+    EXPECT_EQ(at(sys_days{2012y / September / 10}).month, 5);                  // its dark half
+    EXPECT_EQ(at(sys_days{2012y / August / 15}), (LunarDate{5, false, 28}));   // the dark half before it
 }
 
 // Kathmandu's almanac sunrises, and the same geometry south of the equator and west of Greenwich.

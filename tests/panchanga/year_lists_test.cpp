@@ -80,8 +80,8 @@ protected:
     std::string list(const std::string& lines, int year) {
         std::string text;
         for (int tithi = 1; tithi <= 15; ++tithi) {  // bright as they count, dark 100 more
-            text += "plain " + std::to_string(tithi) + " " + std::to_string(tithi) + " " +
-                    std::to_string(tithi + 100) + "\n";
+            text += "plain " + std::to_string(tithi) + " " + std::to_string(tithi) + " " + std::to_string(tithi + 100) +
+                    "\n";
         }
         std::istringstream file{text + "plain 30 30 30\njoined 201 1 2\njoined 213 13 14\n" + lines};
         return writeYearList(TithiRules{file, "tithis.txt"}.list(year, rules.calendar, Panchanga{}));
@@ -103,7 +103,7 @@ TEST_F(TithiLists, SayASkippedTithiAsTheYearWants) {
     EXPECT_TRUE(holds(list("skipped 2068 both\n", 2068), "0601 101 102"));
     const std::string joined = list("skipped 2068 joined\n", 2068);
     EXPECT_TRUE(holds(joined, "0601 201"));
-    EXPECT_FALSE(holds(joined, "2901 110 111"));   // no joined name: sunrise only
+    EXPECT_FALSE(holds(joined, "2901 110 111"));  // no joined name: sunrise only
     const std::string first = list("skipped 2068 joined 1\n", 2068);
     EXPECT_TRUE(holds(first, "0601 201"));
     EXPECT_TRUE(holds(first, "1305 101 102") || holds(first, "1305 1 2"));  // after the first, both
@@ -157,7 +157,7 @@ protected:
 };
 
 TEST_F(EventLists, TakeWhatIsGivenThenTheYearsOwnThenOlderOnes) {
-    EXPECT_EQ(list("1 1 5 8\n"), "1001 1\n");                 // an older one that is known comes with the year's own
+    EXPECT_EQ(list("1 1 5 8\n"), "1001 1\n");  // an older one that is known comes with the year's own
     EXPECT_EQ(list("3 3 5 8\n"), "0101 5\n0601 7\n1001 1\n");
     EXPECT_EQ(list("5 5 5 8\n"), "0101 5\n0501 3\n0601 7\n1001 1\n0502 6\n");
     EXPECT_EQ(list("6 5 5 8\n"), "0101 5\n0501 3\n0601 7\n1001 1\n0502 6\n2512 7\n");  // twice in the year: first

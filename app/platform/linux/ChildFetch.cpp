@@ -16,7 +16,8 @@ struct Unref {
 }  // namespace
 
 std::optional<std::string> httpGetByChild(const std::string& helper, const std::string& url) {
-    const auto flags = static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE | G_SUBPROCESS_FLAGS_STDERR_SILENCE);
+    const auto flags =
+        static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE | G_SUBPROCESS_FLAGS_STDERR_SILENCE);
     const std::unique_ptr<GSubprocess, Unref> child{
         g_subprocess_new(flags, nullptr, helper.c_str(), url.c_str(), nullptr)};
     GBytes* output = nullptr;

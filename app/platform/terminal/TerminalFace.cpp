@@ -128,7 +128,7 @@ private:
         ssize_t count = 0;
         while ((count = read(read_, buffer.data(), buffer.size())) > 0)
             text_.append(buffer.data(), static_cast<std::size_t>(count));
-        constexpr std::size_t kKept = 16 * 1024;
+        constexpr std::size_t kKept = 16384;
         if (text_.size() > kKept) text_.erase(0, text_.size() - kKept);
 
         const std::size_t end = text_.find_last_not_of('\n');

@@ -47,8 +47,8 @@ public:
     /// A connection as another program has it.
     [[nodiscard]] Glib::RefPtr<Gio::DBus::Connection> another() const {
         return Gio::DBus::Connection::create_for_address_sync(
-            g_test_dbus_get_bus_address(bus_), Gio::DBus::ConnectionFlags::AUTHENTICATION_CLIENT |
-                                                   Gio::DBus::ConnectionFlags::MESSAGE_BUS_CONNECTION);
+            g_test_dbus_get_bus_address(bus_),
+            Gio::DBus::ConnectionFlags::AUTHENTICATION_CLIENT | Gio::DBus::ConnectionFlags::MESSAGE_BUS_CONNECTION);
     }
     void stop() {
         if (g_test_dbus_get_bus_address(bus_) != nullptr) g_test_dbus_stop(bus_);

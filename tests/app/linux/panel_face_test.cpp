@@ -116,8 +116,11 @@ TEST_F(PanelFaceTest, ShowsTheTitleAsTextWhereThePanelCan) {
                            "('org.kde.StatusNotifierItem', 'WindowId')"),
               "(<0>,)");
     // All of it at once too, as panels read it; and no method that would keep a left click from the menu.
-    EXPECT_NE(panel_->call("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "GetAll",
-                           "('org.kde.StatusNotifierItem',)").find("'XAyatanaOrderingIndex': <"), std::string::npos);
+    EXPECT_NE(panel_
+                  ->call("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "GetAll",
+                         "('org.kde.StatusNotifierItem',)")
+                  .find("'XAyatanaOrderingIndex': <"),
+              std::string::npos);
     EXPECT_EQ(panel_->call("/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate", "(0, 0)"),
               "error: org.freedesktop.DBus.Error.UnknownMethod");
 }
@@ -287,15 +290,16 @@ TEST_F(PanelFaceTest, ExportsTheMenuAndRunsTheChoiceOfARow) {
         });
         return outline;
     };
-    EXPECT_EQ(readLayout(), "\n"
-                            "  २०७० बैशाख ७\n"
-                            "  अष्टमी, राम & सीता <जयन्ती>\n"
-                            "  [ ] Day__of__week\n"
-                            "  separator\n"
-                            "  Today\n"
-                            "    Day: ७\n"
-                            "  Update hidden\n"
-                            "   disabled icon\n");
+    EXPECT_EQ(readLayout(),
+              "\n"
+              "  २०७० बैशाख ७\n"
+              "  अष्टमी, राम & सीता <जयन्ती>\n"
+              "  [ ] Day__of__week\n"
+              "  separator\n"
+              "  Today\n"
+              "    Day: ७\n"
+              "  Update hidden\n"
+              "   disabled icon\n");
 
     Strings sent;
     panel_->connection()->signal_subscribe(
@@ -406,7 +410,8 @@ TEST_F(PanelFaceTest, SaysOnceThatTheBusHasGoneAndDoesNotSpin) {
     EXPECT_NO_THROW(runFor(100));
     const std::clock_t before = std::clock();
     const gint64 end = g_get_monotonic_time() + 500 * 1000;
-    const guint alarm = g_timeout_add(500, [](gpointer) -> gboolean { return TRUE; }, nullptr);
+    const guint alarm = g_timeout_add(
+        500, [](gpointer) -> gboolean { return TRUE; }, nullptr);
     int turns = 0;
     while (g_get_monotonic_time() < end) {
         g_main_context_iteration(nullptr, TRUE);
