@@ -184,13 +184,14 @@ int run(int argc, char** argv) {
     CLI::App* convertCommand = command("convert",
                                        "AD to BS, or with --from bs to AD: DATE, or a date a line of "
                                        "standard input");
-    convertCommand->add_option("DATE", arguments.day)->option_text("");
+    convertCommand->add_option("DATE", arguments.day, "yyyy-MM-dd; without it, or with -, standard input")
+        ->option_text("");
     CLI::App* weekDayCommand = command("weekday", "the weekday of DATE, or of today");
-    weekDayCommand->add_option("DATE", arguments.day)->option_text("");
+    weekDayCommand->add_option("DATE", arguments.day, "yyyy-MM-dd")->option_text("");
     CLI::App* eventsCommand = command("events", "the events of a BS YEAR or of DATE, or of today");
-    eventsCommand->add_option("YEAR|DATE", arguments.yearOrDay)->option_text("");
+    eventsCommand->add_option("YEAR|DATE", arguments.yearOrDay, "a BS year, or yyyy-MM-dd")->option_text("");
     CLI::App* tithiCommand = command("tithi", "the tithis of a BS YEAR or of DATE, or of today");
-    tithiCommand->add_option("YEAR|DATE", arguments.yearOrDay)->option_text("");
+    tithiCommand->add_option("YEAR|DATE", arguments.yearOrDay, "a BS year, or yyyy-MM-dd")->option_text("");
     CLI::App* upcomingCommand = command("upcoming", "the events still to come in this BS year");
     upcomingCommand->add_flag("--important", arguments.important, "the important ones, from their own list");
 
