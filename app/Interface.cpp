@@ -171,7 +171,7 @@ Interface::Interface(std::string_view definition, std::string_view language) {
     outlets_.statusMenu = &statusMenu_;
 }
 
-void Interface::connect(AppDelegate& delegate, std::function<void()> terminate) {
+void Interface::connect(AppDelegate& delegate, const std::function<void()>& terminate) {
     for (const auto& [item, name] : actions_) {
         if (name == kTerminate) {
             item->setAction(terminate);

@@ -12,12 +12,14 @@ namespace dinmala {
 
 namespace {
 
-/// Midnight in the default zone at the start of a "yyyy-MM-dd" day.
-Moment startOfDay(std::string_view date) {
+/// The civil days in the default zone between a moment's day and a "yyyy-MM-dd"
+/// day, also for a day that the zone skipped.
+std::int64_t civilDaysBetween(Moment moment, std::string_view date) {
     const std::chrono::year_month_day day{std::chrono::year{fieldValue(date, {0, 4})},
                                           std::chrono::month{static_cast<unsigned>(fieldValue(date, {5, 2}))},
                                           std::chrono::day{static_cast<unsigned>(fieldValue(date, {8, 2}))}};
-    return defaultTimeZone().toMoment(std::chrono::local_days{day});
+    const auto from = std::chrono::floor<std::chrono::days>(defaultTimeZone().toLocal(moment));
+    return std::chrono::abs(std::chrono::local_days{day} - from).count();
 }
 
 }  // namespace
@@ -57,7 +59,7 @@ std::vector<std::string> DataStore::getYearUpcomingEventsAfterMonthAndDay(std::u
                              " " + std::string{DataStoreFunctions::getNepaliDateDigitFor(eventDay)});
             continue;
         }
-        const std::uint64_t left = daysBetween(now, startOfDay(*adDate));
+        const std::int64_t left = civilDaysBetween(now, *adDate);
         result.push_back(name + "^" + DataStoreFunctions::convertNumber2Nepali(static_cast<std::int32_t>(left)) +
                          " दिन बाँकी");
     }

@@ -1,5 +1,6 @@
 #include "calendar/TimeZone.h"
 
+#include <algorithm>
 #include <ctime>
 #include <utility>
 
@@ -21,10 +22,12 @@ LocalTime TimeZone::toLocal(Moment moment) const {
 
 Moment TimeZone::toMoment(LocalTime local) const {
     // The offset is asked for at a moment that already uses it: a second round
-    // settles every time but those inside a change, where either side will do.
+    // settles every time but one that a change skips. That one counts on from the
+    // time before the change.
     const std::chrono::sys_seconds asUtc{local.time_since_epoch()};
-    const Moment guess = asUtc - offsetAt(asUtc);
-    return asUtc - offsetAt(guess);
+    const std::chrono::seconds offset = offsetAt(asUtc - offsetAt(asUtc));
+    const Moment moment = asUtc - offset;
+    return toLocal(moment) == local ? moment : asUtc - std::min(offset, offsetAt(moment));
 }
 
 const TimeZone& kathmandu() {

@@ -22,8 +22,9 @@ struct TimeZone {
     /// are dropped.
     [[nodiscard]] LocalTime toLocal(Moment moment) const;
 
-    /// The moment at which the wall clock shows `local`. A wall-clock time that
-    /// a change of offset skips or repeats gives a moment next to the change.
+    /// The moment at which the wall clock shows `local`. Of a wall-clock time that
+    /// a change of offset repeats it is either one; a time that a change skips
+    /// counts on from before the change: 02:30 in an hour left out is 03:30.
     [[nodiscard]] Moment toMoment(LocalTime local) const;
 };
 

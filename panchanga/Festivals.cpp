@@ -82,6 +82,8 @@ void readModifier(Words& words, Festival& festival) {
         festival.weekday = words.weekday();
     } else if (word == "shift") {
         festival.shift = words.number("shift in days", -10, 10);
+    } else if (word == "as") {
+        festival.sameAs = words.number("id", 1, 999);
     } else if (word == "later") {
         festival.later = true;
     } else if (word == "earlier") {
@@ -308,6 +310,10 @@ Festivals::Festivals(std::istream& rules, const std::string& fileName) {
             festival.line = number;
             if (festival.kind == Festival::Kind::withOther && !festivals_.contains(festival.other)) {
                 throw std::string("goes by the day of an id that has no line above");
+            }
+            if (festival.sameAs != 0 &&
+                (!festivals_.contains(festival.sameAs) || festivals_.at(festival.sameAs).sameAs != 0)) {
+                throw std::string("is another name of an id that has no line above, or is one itself");
             }
             if (!festivals_.emplace(festival.id, festival).second) {
                 throw "id " + std::to_string(festival.id) + " has a line already";

@@ -95,6 +95,7 @@ struct Festival {
     int other = 0;                             ///< withOther: the id whose day this one goes by
     std::vector<std::chrono::sys_days> dates;  ///< dates
 
+    int sameAs = 0;                                 ///< the festival that this is another name of; 0 for most
     bool later = false;                             ///< of two days in a row that both qualify, the second
     bool earlier = false;                           ///< of two days in a row that both qualify, expressly the first
     int shift = 0;                                  ///< days to add in the end

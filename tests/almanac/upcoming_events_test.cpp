@@ -52,5 +52,33 @@ TEST_F(UpcomingEvents, ListAYearAfterADay) {
               (Names{"नयाँ वर्ष^२ दिन बाँकी", "गाई / गोरु तिहार^३ दिन बाँकी", "नयाँ वर्ष~चैत्र ३१"}));
 }
 
+// The lists of the program itself.
+TEST_F(UpcomingEvents, ListTheProgramsOwnYears) {
+    const DataStore store{[] { return nepal(2014, 4, 10); }};
+    const auto after = [&](std::uint64_t year, std::uint64_t month, std::uint64_t day) {
+        return store.dse().getUpcomingEventsOfYearAfterMonthAndDay(year, month, day);
+    };
+    EXPECT_EQ(after(2070, 12, 28), (Names{"शनि प्रदोष व्रत^12/29", "महावीर जयन्ती^12/30"}));
+    EXPECT_EQ(after(2070, 0, 0).size(), 467u);
+    EXPECT_EQ(after(2070, 12, 30), Names{});
+    EXPECT_EQ(after(2065, 5, 28).front(), "घटस्थापना^6/14");  // 290555 has no name
+    // Counted in the default zone: in New York it is still the 9th.
+    setDefaultTimeZone(kathmandu());
+    EXPECT_EQ(store.getYearUpcomingEventsAfterMonthAndDay(2070, 12, 28),
+              (Names{"शनि प्रदोष व्रत^२ दिन बाँकी", "महावीर जयन्ती^३ दिन बाँकी"}));
+    const test::MachineZoneGuard machineZone{"America/New_York"};
+    setDefaultTimeZone(machine());
+    const DataStore night{[] { return nepal(2014, 4, 10, 6, 0); }};
+    EXPECT_EQ(night.getYearUpcomingEventsAfterMonthAndDay(2070, 12, 28),
+              (Names{"शनि प्रदोष व्रत^३ दिन बाँकी", "महावीर जयन्ती^४ दिन बाँकी"}));
+    // Samoa skipped 2011-12-30, which is 2068-09-15.
+    const test::MachineZoneGuard samoa{"Pacific/Apia"};
+    const DataStore before{[] { return nepal(2011, 12, 30, 10, 0); }};  // there the 29th, 18:15
+    EXPECT_EQ(before.convertBs2Ad("15092068"), "2011-12-30");
+    EXPECT_TRUE(before.getYearUpcomingEventsAfterMonthAndDay(2068, 9, 14).front().ends_with("^१ दिन बाँकी"));
+    // Months and days before today count as if they were ahead.
+    EXPECT_EQ(store.getYearUpcomingEventsAfterMonthAndDay(2070, 0, 0).size(), 467u);
+}
+
 }  // namespace
 }  // namespace dinmala

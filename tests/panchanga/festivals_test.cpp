@@ -45,6 +45,7 @@ TEST(FestivalRules, RefuseALineThatBreaksTheGrammarWithFileAndLine) {
           Bad{"5 | known | lunar Magh dark 8 sunrise sunset | law", "'sunset' is one word too many"},
           Bad{"5 | known | first Funday from bs 09-01 | law", "'Funday' is no weekday"},
           Bad{"5 | known | with 52 | law", "no line above"},
+          Bad{"5 | known | bs 01-01, as 4 | law", "no line above"},
           Bad{"5 | known | bs 01-01, often | law", "'often' is no modifier"},
           Bad{"5 | known | bs 01-01, shift 11 | law", "'11' is no shift"},
           Bad{"5 | known | unknown | law", "unknown exactly when"},

@@ -135,6 +135,28 @@ TEST_F(ComputedSky, NamesLunarMonthsAndFindsTheExtraOnes) {
     EXPECT_EQ(at(sys_days{2012y / August / 15}), (LunarDate{5, false, 28}));   // the dark half before it
 }
 
+// A century has about 37 extra months, and one more for each month that vanishes between two of them.
+TEST_F(ComputedSky, FindsTheMonthsThatVanish) {
+    std::vector<std::string> vanish;
+    LunarMonth month = panchanga.lunarMonthAt(startOfDay(sys_days{1942y / May / 1}, kKathmandu));
+    int months = 0, extra = 0;
+    while (month.begin < startOfDay(sys_days{2043y / April / 1}, kKathmandu)) {
+        const LunarMonth next = panchanga.lunarMonthAt(month.end + 1.0);
+        ++months;
+        extra += month.adhika;
+        if (!month.adhika && next.month == (month.month + 1) % 12 + 1) {
+            vanish.push_back(
+                std::to_string(static_cast<int>(year_month_day{civilDay(month.begin, kKathmandu)}.year())) + " after " +
+                std::to_string(month.month));
+        }
+        month = next;
+    }
+    // 1963 and 1983 are the vanished months that almanacs remember.
+    EXPECT_EQ(vanish, (std::vector<std::string>{"1963 after 8", "1983 after 9", "2028 after 8"}));
+    EXPECT_EQ(months, 1249);
+    EXPECT_EQ(extra, 41);
+}
+
 // Kathmandu's almanac sunrises, and the same geometry south of the equator and west of Greenwich.
 TEST(Sunrise, AgreesWithTheObservedOne) {
     const auto clock = [](double jd, const Place& place) {

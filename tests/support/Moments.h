@@ -2,7 +2,13 @@
 /// until it is moved.
 #pragma once
 
+#include <stdlib.h>
+#include <time.h>
+
 #include <chrono>
+#include <cstdlib>
+#include <optional>
+#include <string>
 
 #include "calendar/Clock.h"
 #include "calendar/TimeZone.h"
@@ -27,6 +33,25 @@ public:
 
 private:
     TimeZone before_;
+};
+
+/// Makes the C library's zone, and so machine(), that of a tz-database name.
+class MachineZoneGuard {
+public:
+    explicit MachineZoneGuard(const char* name) {
+        if (const char* zone = std::getenv("TZ")) before_ = zone;
+        setenv("TZ", name, 1);
+        tzset();
+    }
+    ~MachineZoneGuard() {
+        before_ ? setenv("TZ", before_->c_str(), 1) : unsetenv("TZ");
+        tzset();
+    }
+    MachineZoneGuard(const MachineZoneGuard&) = delete;
+    MachineZoneGuard& operator=(const MachineZoneGuard&) = delete;
+
+private:
+    std::optional<std::string> before_;
 };
 
 }  // namespace dinmala::test

@@ -22,6 +22,7 @@ constexpr int kTries = 5;
 
 std::vector<Pixmap> atAllSizes(const Image& image) {
     std::vector<Pixmap> pixmaps;
+    pixmaps.reserve(kIconSizes.size());
     for (const int size : kIconSizes) pixmaps.push_back(squarePixmap(image, size));
     return pixmaps;
 }
@@ -35,7 +36,7 @@ bool areSame(const ImagePtr& a, const ImagePtr& b) {
 std::string squareFile(const Image& image) {
     if (image.width == image.height) return image.path;
     const std::string folder = Glib::build_filename(Glib::get_user_runtime_dir(), "dinmala");
-    const std::string path = Glib::build_filename(folder, "square-" + Glib::path_get_basename(image.path));
+    std::string path = Glib::build_filename(folder, "square-" + Glib::path_get_basename(image.path));
     const std::vector<std::uint8_t> png = squarePng(image, std::max(image.width, image.height));
     g_mkdir_with_parents(folder.c_str(), 0700);
     try {

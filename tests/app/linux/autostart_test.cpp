@@ -105,6 +105,13 @@ TEST_F(Autostart, TellsTheDesktopWhatItIsInBothLanguages) {
     EXPECT_EQ(fs::status(folder.path("autostart/dinmala.desktop")).permissions(), fs::perms(0644));
 }
 
+// GLib forgives what other desktops expand: quoting is checked to the character.
+TEST_F(Autostart, QuotesWhatADesktopWouldExpand) {
+    EXPECT_EQ(execLine("/opt/a-b_c.d/दिनमाला"), "/opt/a-b_c.d/दिनमाला");
+    EXPECT_EQ(execLine("/a b/'\"`$\\"), R"("/a b/'\"\`\$\\")");
+    EXPECT_EQ(execLine("/100%"), R"(/bin/sh -c "exec \"\$0\"" "/100%%")");
+}
+
 TEST_F(Autostart, ResolvesWhatASessionWouldStart) {
     const std::string path = program("bin/dinmala");
     const std::string exec = "Exec=" + path + "\n";

@@ -1,0 +1,133 @@
+#include "cal/Convert.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "cal/Json.h"
+
+namespace dinmala::cal {
+
+namespace {
+
+constexpr std::size_t kReadSize = 64 * 1024;
+constexpr std::size_t kLongestLine = 4 * 1024;
+
+bool writeAll(int to, std::string& text) {
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        const ssize_t written = ::write(to, rest.data(), rest.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) {
+            std::fprintf(stderr, "dinmala-cal: cannot write: %s\n", std::strerror(errno));
+            return false;
+        }
+        rest.remove_prefix(static_cast<std::size_t>(written));
+    }
+    text.clear();
+    return true;
+}
+
+std::string_view withoutBlanksAround(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r";
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+/// Turns one line after the other into the text to write.
+class LineConverter {
+public:
+    LineConverter(const DayFinder& finder, const Settings& settings) : finder_(finder), settings_(settings) {}
+
+    void convert(std::string_view line, std::string& out) {
+        ++number_;
+        const std::string_view text = withoutBlanksAround(line);
+        if (settings_.json) out += number_ == 1 ? "[\n" : ",\n";
+        const auto day = finder_.find(text, settings_.from);
+        if (day) {
+            appendConverted(out, *day, finder_, settings_);
+        } else {
+            const std::string problem = text.empty() ? "the line is empty" : finder_.problemWith(text, settings_.from);
+            std::fprintf(stderr, "dinmala-cal: line %llu: %s\n", static_cast<unsigned long long>(number_),
+                         problem.c_str());
+            if (settings_.json) {
+                const Json json{{"line", number_}, {"error", problem}};
+                out += json.dump(-1, ' ', false, Json::error_handler_t::replace);
+            }
+            failed_ = true;
+        }
+        if (!settings_.json) out += '\n';
+    }
+
+    void end(std::string& out) const {
+        if (settings_.json) out += number_ == 0 ? "[]\n" : "\n]\n";
+    }
+
+    [[nodiscard]] bool failed() const { return failed_; }
+
+private:
+    const DayFinder& finder_;
+    const Settings& settings_;
+    std::uint64_t number_ = 0;
+    bool failed_ = false;
+};
+
+}  // namespace
+
+void appendConverted(std::string& out, const Day& day, const DayFinder& finder, const Settings& settings) {
+    if (settings.json) {
+        out += jsonOf(day, finder).dump();
+    } else if (settings.from == Calendar::Ad) {
+        appendDate(out, day.bs, settings.devanagari);
+    } else {
+        appendDate(out, day.ad);
+    }
+}
+
+int convertStream(const DayFinder& finder, const Settings& settings, int from, int to) {
+    LineConverter lines{finder, settings};
+    std::string out;
+    std::vector<char> buffer(kReadSize + kLongestLine);
+    std::size_t kept = 0;  // of a line that has not ended yet
+    bool tooLong = false;  // what is kept is the head of a line whose rest is left out
+    bool readWell = true;
+    while (true) {
+        const ssize_t got = ::read(from, buffer.data() + kept, kReadSize);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) {
+            std::fprintf(stderr, "dinmala-cal: cannot read: %s\n", std::strerror(errno));
+            readWell = false;
+        }
+        if (got <= 0) break;
+        const char* at = buffer.data();
+        const char* const end = buffer.data() + kept + got;
+        const char* search = at + kept;
+        while (const void* found = std::memchr(search, '\n', static_cast<std::size_t>(end - search))) {
+            const char* const newline = static_cast<const char*>(found);
+            const std::size_t length = tooLong ? kept : static_cast<std::size_t>(newline - at);
+            lines.convert({at, length}, out);
+            tooLong = false;
+            kept = 0;
+            at = search = newline + 1;
+        }
+        if (!tooLong) {
+            kept = static_cast<std::size_t>(end - at);
+            tooLong = kept > kLongestLine;
+            if (tooLong) kept = kLongestLine;
+            std::memmove(buffer.data(), at, kept);
+        }
+        if (!writeAll(to, out)) return 1;
+    }
+    if (kept > 0) lines.convert({buffer.data(), kept}, out);
+    lines.end(out);
+    if (!writeAll(to, out)) return 1;
+    return readWell && !lines.failed() ? 0 : 1;
+}
+
+}  // namespace dinmala::cal

@@ -1,0 +1,63 @@
+/// Runs dinmala-cal as a person or a script does.
+#pragma once
+
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+namespace dinmala::test {
+
+struct Result {
+    std::string out;
+    std::string err;
+    int status = -1;
+};
+
+inline std::string contentOf(const std::filesystem::path& path) {
+    std::ostringstream out;
+    out << std::ifstream{path}.rdbuf();
+    return out.str();
+}
+
+/// Runs it with a shell's idea of `arguments`, output and errors apart.
+inline Result run(const std::string& arguments, const std::string& input = "") {
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("cal_test." + std::to_string(getpid()));
+    std::filesystem::create_directories(folder);
+    std::ofstream{folder / "in"} << input;
+    const std::string at = folder.string();
+    const int status =
+        std::system((DINMALA_CAL " " + arguments + " <" + at + "/in >" + at + "/out 2>" + at + "/err").c_str());
+    Result result{contentOf(folder / "out"), contentOf(folder / "err"), WEXITSTATUS(status)};
+    std::filesystem::remove_all(folder);
+    return result;
+}
+
+/// What it writes to a terminal, `environment` being "NAME=value" or "".
+inline std::string runOnTerminal(const std::string& arguments, const std::string& environment) {
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0) {
+        const std::string command = "env -u NO_COLOR TERM=xterm " + environment + " " + DINMALA_CAL + " " + arguments;
+        execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+        _exit(127);
+    }
+    std::string text;
+    char buffer[4096];
+    for (ssize_t got = 0; (got = read(terminal, buffer, sizeof buffer)) > 0;) {
+        text.append(buffer, static_cast<std::size_t>(got));
+    }
+    close(terminal);
+    int status = 0;
+    waitpid(child, &status, 0);
+    return text;
+}
+
+}  // namespace dinmala::test
