@@ -163,14 +163,15 @@ Interface::Interface(std::string_view definition, std::string_view language) {
     try {
         root = json::parse(definition);
     } catch (const json::exception& error) {
-        throw InterfaceError(error.what());  // says line and column
+        const std::string message = error.what();  // says line and column after a tag in brackets
+        throw InterfaceError(message.substr(message.find("] ") + 2));
     }
     if (!root.is_object() || !root.contains("rows")) throw InterfaceError("has no \"rows\"");
     Builder{*this, language}.addRows(statusMenu_, root.at("rows"), "rows");
     outlets_.statusMenu = &statusMenu_;
 }
 
-void Interface::connect(AppDelegate& delegate, std::function<void()> terminate) {
+void Interface::connect(AppDelegate& delegate, const std::function<void()>& terminate) {
     for (const auto& [item, name] : actions_) {
         if (name == kTerminate) {
             item->setAction(terminate);

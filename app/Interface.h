@@ -35,7 +35,7 @@ public:
 
     /// Connects the rows' actions. Both must outlive the interface's use.
     /// @param terminate what the row with the action "terminate:" does
-    void connect(AppDelegate& delegate, std::function<void()> terminate);
+    void connect(AppDelegate& delegate, const std::function<void()>& terminate);
 
 private:
     struct Builder;

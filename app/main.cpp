@@ -1,4 +1,5 @@
 // Builds the platform, hands it to the shell, runs the loop.
+#include <fcntl.h>
 #include <giomm.h>
 #include <langinfo.h>
 #include <unistd.h>
@@ -15,7 +16,7 @@
 #include "app/FaceChoice.h"
 #include "app/Interface.h"
 #include "app/platform/linux/AutostartLoginItems.h"
-#include "app/platform/linux/CurlFetch.h"
+#include "app/platform/linux/ChildFetch.h"
 #include "app/platform/linux/GlibRunLoop.h"
 #include "app/platform/linux/ImageFile.h"
 #include "app/platform/linux/InstalledBundle.h"
@@ -70,7 +71,17 @@ std::string interfaceDefinition(const Bundle& bundle) {
     return text.str();
 }
 
-int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus) {
+/// Opens nothing on the standard descriptors that are closed, lest a socket takes
+/// their place. False when standard output was closed.
+bool openStandardDescriptors() {
+    const bool hasOutput = fcntl(STDOUT_FILENO, F_GETFD) != -1;
+    for (int fd = STDIN_FILENO; fd <= STDERR_FILENO; ++fd) {
+        if (fcntl(fd, F_GETFD) == -1 && open("/dev/null", O_RDWR) == -1) break;
+    }
+    return hasOutput;
+}
+
+int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus, bool hasOutput) {
     GlibRunLoop loop;
     int status = EXIT_SUCCESS;
     const auto quit = [&loop] { loop.quit(); };
@@ -83,7 +94,7 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
     };
 
     const Bundle bundle = makeBundle();
-    Interface interface{interfaceDefinition(bundle), language()};
+    Interface interface { interfaceDefinition(bundle), language() };
 
     std::unique_ptr<Face> face;
     if (inPanel) {
@@ -101,7 +112,7 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
     } else if (choice.kind == FaceKind::terminal) {
         face = std::make_unique<TerminalFace>(quit, language());
     } else {
-        face = std::make_unique<LinesFace>(quit);
+        face = std::make_unique<LinesFace>(quit, hasOutput ? STDOUT_FILENO : -1);
     }
     face->setOutlets(interface.outlets());
 
@@ -116,7 +127,8 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
     platform.statusItemWithLength = [&](double length) { return face->statusItemWithLength(length); };
     platform.loadImage = loadImage;
     platform.readPropertyList = readPropertyList;
-    platform.httpGet = [](const std::string& url) { return httpGet(url); };
+    const std::string fetch = Glib::build_filename(Glib::path_get_dirname(bundle.bundlePath), "dinmala-fetch");
+    platform.httpGet = [fetch](const std::string& url) { return httpGetByChild(fetch, url); };
     platform.openUrl = [&](const std::string& url) { openUrl(url, tell); };
 
     AppDelegate delegate{std::move(platform), interface.outlets()};
@@ -130,13 +142,16 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
 /// Null when there is none.
 Glib::RefPtr<Gio::DBus::Connection> sessionBus() {
     try {
-        return Gio::DBus::Connection::get_sync(Gio::DBus::BusType::SESSION);
+        auto bus = Gio::DBus::Connection::get_sync(Gio::DBus::BusType::SESSION);
+        bus->set_exit_on_close(false);  // the panel face says so first; the others live on
+        return bus;
     } catch (const Glib::Error&) {
         return {};
     }
 }
 
 int start() {
+    const bool hasOutput = openStandardDescriptors();
     setLocale();
     Gio::init();
     const Glib::RefPtr<Gio::DBus::Connection> bus = sessionBus();
@@ -162,7 +177,7 @@ int start() {
             return EXIT_SUCCESS;
         }
     }
-    return run(*choice, bus);
+    return run(*choice, bus, hasOutput);
 }
 
 }  // namespace

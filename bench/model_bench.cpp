@@ -26,7 +26,8 @@ void refresh(benchmark::State& state) {
         const std::string year = std::to_string(ds.currentBSYear());
         benchmark::DoNotOptimize(DataStoreFunctions::convertStringNumber2Nepali(year));
         benchmark::DoNotOptimize(ds.getMonthName("bs", "long", ds.currentBSMonth()));
-        benchmark::DoNotOptimize(DataStoreFunctions::getNepaliDateDigitFor(static_cast<std::int32_t>(ds.getBsCurrentDay())));
+        benchmark::DoNotOptimize(
+            DataStoreFunctions::getNepaliDateDigitFor(static_cast<std::int32_t>(ds.getBsCurrentDay())));
         benchmark::DoNotOptimize(
             ds.getWeekDayName("bs", "short", static_cast<std::uint64_t>(intValue(ds.getCurrentBSDayOfWeek()))));
         benchmark::DoNotOptimize(ds.getCurrentBSTime());

@@ -182,8 +182,7 @@ private:
         fact(where + std::to_string(count) + " tokens", tokens.size() == count);
         fact(where + "first is " + first, !tokens.empty() && tokens.front().text() == first);
         fact(where + "last is " + last, !tokens.empty() && tokens.back().text() == last);
-        fact(where + "days ascend",
-             std::is_sorted(tokens.begin(), tokens.end(), [](const Token& a, const Token& b) {
+        fact(where + "days ascend", std::is_sorted(tokens.begin(), tokens.end(), [](const Token& a, const Token& b) {
                  return std::pair{a.month, a.day} < std::pair{b.month, b.day};
              }));
         fact(where + "no day is past the end of its month",
@@ -202,12 +201,11 @@ private:
         };
         std::size_t total = 0;
         std::vector<std::string> unnamed, repeated;
-        for (const Year& known : {Year{2065, 86, "01015", "211215", 85, 6}, Year{2066, 187, "01015", "2812173", 144, 6},
-                                  Year{2067, 328, "01015", "3012330", 261, 6},
-                                  Year{2068, 352, "0101170", "3012330", 275, 5},
-                                  Year{2069, 447, "01015", "3112330", 344, 5},
-                                  Year{2070, 467, "0101428", "3012430", 363, 5},
-                                  Year{2071, 462, "0101428", "3012330", 321, 6}}) {
+        for (const Year& known :
+             {Year{2065, 86, "01015", "211215", 85, 6}, Year{2066, 187, "01015", "2812173", 144, 6},
+              Year{2067, 328, "01015", "3012330", 261, 6}, Year{2068, 352, "0101170", "3012330", 275, 5},
+              Year{2069, 447, "01015", "3112330", 344, 5}, Year{2070, 467, "0101428", "3012430", 363, 5},
+              Year{2071, 462, "0101428", "3012330", 321, 6}}) {
             const Tokens& tokens = eventsOf(known.year);
             const std::string where = "events " + std::to_string(known.year) + ": ";
             total += tokens.size();
@@ -246,9 +244,9 @@ private:
         fact("events: the years are 2065 to 2071", files_.events.size() == 7);
         fact("events: 2,329 tokens in all", total == 2329);
         fact("events: four tokens without a name, the known ones",
-             unnamed.size() == 4 && std::set<std::string>(unnamed.begin(), unnamed.end()) ==
-                                        std::set<std::string>{"2065 290555", "2066 250189", "2066 250190",
-                                                              "2066 180555"});
+             unnamed.size() == 4 &&
+                 std::set<std::string>(unnamed.begin(), unnamed.end()) ==
+                     std::set<std::string>{"2065 290555", "2066 250189", "2066 250190", "2066 180555"});
         fact("events: three tokens twice, the known ones",
              repeated == Names{"2069 1704207", "2070 3001216", "2071 160635"});
     }
@@ -267,8 +265,13 @@ private:
             const Names all = texts(onDay(eventsOf(2071), "1606"));
             return std::count(all.begin(), all.end(), "160635") == 2;
         }());
-        for (const auto& [year, count] : {std::pair<int, std::size_t>{2065, 85}, {2066, 184}, {2067, 328}, {2068, 352},
-                                          {2069, 447}, {2070, 467}, {2071, 462}}) {
+        for (const auto& [year, count] : {std::pair<int, std::size_t>{2065, 85},
+                                          {2066, 184},
+                                          {2067, 328},
+                                          {2068, 352},
+                                          {2069, 447},
+                                          {2070, 467},
+                                          {2071, 462}}) {
             fact("names of " + std::to_string(year) + ": " + std::to_string(count),
                  namesOf(eventsOf(year), files_.eventNames).size() == count);
         }
@@ -367,9 +370,8 @@ private:
     void important() {
         const EventPlans::Dated& list = files_.important;
         fact("important 2070: 36 tokens", list.size() == 36);
-        fact("important 2070: dates ascend", std::is_sorted(list.begin(), list.end(), [](const auto& a, const auto& b) {
-                 return a.first < b.first;
-             }));
+        fact("important 2070: dates ascend",
+             std::is_sorted(list.begin(), list.end(), [](const auto& a, const auto& b) { return a.first < b.first; }));
         fact("important 2070: every id has a name", std::all_of(list.begin(), list.end(), [this](const auto& one) {
                  return files_.eventNames.contains(one.second);
              }));
@@ -465,8 +467,7 @@ bool bearsOut(const DayTithi& today, const LunarDate& lunar, const NamedTithis& 
     if (said.numbers.size() == 2) {
         return within(today.tithi) == said.numbers[0] && today.skipped != 0 && within(today.skipped) == said.numbers[1];
     }
-    return within(today.tithi) == said.numbers[0] ||
-           (today.skipped != 0 && within(today.skipped) == said.numbers[0]);
+    return within(today.tithi) == said.numbers[0] || (today.skipped != 0 && within(today.skipped) == said.numbers[0]);
 }
 
 std::string join(const std::vector<std::string>& lines, const std::string& before) {
@@ -526,12 +527,15 @@ void checkEvents(const AlmanacFiles& files, const AlmanacRules& rules, const Pan
             }
             const sys_days day = rules.calendar.day(year, token.month, token.day);
             const auto& ruled = days[token.id];
-            const auto found = std::find_if(ruled.begin(), ruled.end(),
-                                            [day](const Occurrence& one) { return one.day == day; });
+            const auto found =
+                std::find_if(ruled.begin(), ruled.end(), [day](const Occurrence& one) { return one.day == day; });
             if (found == ruled.end()) {
                 report.failures.push_back("event " + text + " is not on a day of its rule");
             } else {
                 ++report.byGrade[std::string(gradeName(found->grade))];
+                if (found->grade == Grade::usual) {
+                    report.usual.push_back(text + ' ' + files.eventNames.at(token.id));
+                }
             }
         }
     }
@@ -551,15 +555,15 @@ void checkDated(const AlmanacFiles& files, const AlmanacRules& rules, const Panc
             continue;
         }
         const auto& tokens = list->second;
-        const bool listed = std::any_of(tokens.begin(), tokens.end(),
-                                        [&fact](const Token& token) { return token.id == fact.id; });
+        const bool listed =
+            std::any_of(tokens.begin(), tokens.end(), [&fact](const Token& token) { return token.id == fact.id; });
         const Token token{bs.month, bs.day, fact.id, {}};
         bool agrees = std::find(tokens.begin(), tokens.end(), token) != tokens.end();
         if (!listed) {
             const SkyYear sky{bs.year, rules.calendar, panchanga};
             const auto days = rules.festivals.daysOf(fact.id, sky);
-            agrees = std::any_of(days.begin(), days.end(),
-                                 [&fact](const Occurrence& one) { return one.day == fact.day; });
+            agrees =
+                std::any_of(days.begin(), days.end(), [&fact](const Occurrence& one) { return one.day == fact.day; });
         }
         if (agrees != fact.disagreement.empty()) {
             report.failures.push_back("dated " + text.str() +
@@ -617,13 +621,20 @@ AlmanacFiles readAlmanac(const std::string& root) {
 
 AlmanacRules::AlmanacRules(const std::string& root)
     : calendar(read(root, "calendar/data/month_lengths.txt",
-                    [](std::istream& file, const std::string& path) { return BsCalendar{file, path}; })),
+                    [](std::istream& file, const std::string& path) {
+                        return BsCalendar{file, path};
+                    })),
       festivals(read(root, "almanac/rules/festivals.txt",
-                     [](std::istream& file, const std::string& path) { return Festivals{file, path}; })),
+                     [](std::istream& file, const std::string& path) {
+                         return Festivals{file, path};
+                     })),
       tithis(read(root, "almanac/rules/tithis.txt",
-                  [](std::istream& file, const std::string& path) { return TithiRules{file, path}; })),
-      plans(read(root, "almanac/rules/years.txt",
-                 [](std::istream& file, const std::string& path) { return EventPlans{file, path}; })) {}
+                  [](std::istream& file, const std::string& path) {
+                      return TithiRules{file, path};
+                  })),
+      plans(read(root, "almanac/rules/years.txt", [](std::istream& file, const std::string& path) {
+          return EventPlans{file, path};
+      })) {}
 
 EventPlans::Names readEventNames(const std::string& root) {
     return read(root, "almanac/data/event_names.txt", readNames);
@@ -670,16 +681,17 @@ std::string AlmanacReport::text() const {
     const auto hold = std::count_if(facts.begin(), facts.end(), [](const Finding& one) { return one.holds; });
     std::ostringstream out;
     out << "facts of the lists: " << hold << " of " << facts.size() << " hold\n"
-        << "tithi tokens: " << tithiAgree << " of " << tithiTokens << " agree with the sky; known to be untrue: "
-        << untrue.size() << "\n"
+        << "tithi tokens: " << tithiAgree << " of " << tithiTokens
+        << " agree with the sky; known to be untrue: " << untrue.size() << "\n"
         << join(untrue, "    ") << "event tokens: " << eventTokens << "; on a day of their rule:";
     for (const auto& [grade, count] : byGrade) {
         out << ' ' << grade << ' ' << count;
     }
-    out << "\ndated sources: " << datedAgree << " agree, " << datedUnlisted.size()
+    out << "\n"
+        << join(usual, "    usual: ") << "dated sources: " << datedAgree << " agree, " << datedUnlisted.size()
         << " agree with the rule of a festival that its year does not list, " << datedElse.size()
         << " differ for a reason given\n"
-        << join(datedElse, "    ") << "failures: " << failures.size() << "\n"
+        << join(datedUnlisted, "    not listed: ") << join(datedElse, "    ") << "failures: " << failures.size() << "\n"
         << join(failures, "    ");
     return out.str();
 }

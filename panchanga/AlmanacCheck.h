@@ -37,17 +37,18 @@ struct Finding {
 
 /// What the check found. Only `passed()` is the verdict; the counts are to be printed.
 struct AlmanacReport {
-    std::vector<Finding> facts;          ///< fixed facts of the lists
-    int tithiTokens = 0;                 ///< all of them
-    int tithiAgree = 0;                  ///< of those, borne out by the sky
-    std::vector<std::string> untrue;     ///< tithi tokens that stand although the sky does not bear them out
+    std::vector<Finding> facts;       ///< fixed facts of the lists
+    int tithiTokens = 0;              ///< all of them
+    int tithiAgree = 0;               ///< of those, borne out by the sky
+    std::vector<std::string> untrue;  ///< tithi tokens that stand although the sky does not bear them out
     int eventTokens = 0;
-    std::map<std::string, int> byGrade;  ///< event tokens that agree with their rule: "dated", "sure", "usual"; and
-                                         ///< those that stand without a rule, "stated"
-    int datedAgree = 0;                  ///< dated sources whose day the lists have
-    std::vector<std::string> datedElse;  ///< those that differ for a reason that is given
+    std::map<std::string, int> byGrade;      ///< event tokens that agree with their rule: "dated", "sure", "usual"; and
+                                             ///< those that stand without a rule, "stated"
+    std::vector<std::string> usual;          ///< the event tokens of that grade
+    int datedAgree = 0;                      ///< dated sources whose day the lists have
+    std::vector<std::string> datedElse;      ///< those that differ for a reason that is given
     std::vector<std::string> datedUnlisted;  ///< those whose festival the year does not list; the rule gives the day
-    std::vector<std::string> failures;   ///< everything that is wrong, facts that do not hold included
+    std::vector<std::string> failures;       ///< everything that is wrong, facts that do not hold included
 
     [[nodiscard]] bool passed() const { return failures.empty(); }
     [[nodiscard]] std::string text() const;  ///< the whole report, to print
@@ -65,7 +66,8 @@ struct AlmanacRules {
     EventPlans plans;
 };
 
-/// The names of the events under `root`; the important-event list that the plan of `year` names, or none. Throw FileError.
+/// The names of the events under `root`; the important-event list that the plan of `year` names, or none. Throw
+/// FileError.
 [[nodiscard]] EventPlans::Names readEventNames(const std::string& root);
 [[nodiscard]] EventPlans::Dated readImportant(const std::string& root, const AlmanacRules& rules, int year);
 

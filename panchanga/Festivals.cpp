@@ -82,6 +82,8 @@ void readModifier(Words& words, Festival& festival) {
         festival.weekday = words.weekday();
     } else if (word == "shift") {
         festival.shift = words.number("shift in days", -10, 10);
+    } else if (word == "as") {
+        festival.sameAs = words.number("id", 1, 999);
     } else if (word == "later") {
         festival.later = true;
     } else if (word == "earlier") {
@@ -143,20 +145,26 @@ double momentOf(DayPart part, sys_days day, const Place& place) {
     const double rise = sunrise(day, place);
     const double set = sunset(day, place);
     switch (part) {
-        case DayPart::sunrise: return rise;
-        case DayPart::midday: return 0.5 * (rise + set);
-        case DayPart::afternoon: return rise + 0.7 * (set - rise);
-        case DayPart::evening: return set + 72.0 * kMinute;
-        case DayPart::moonrise: return set + 170.0 * kMinute;
-        case DayPart::midnight: return 0.5 * (set + sunrise(day + days{1}, place));
+        case DayPart::sunrise:
+            return rise;
+        case DayPart::midday:
+            return 0.5 * (rise + set);
+        case DayPart::afternoon:
+            return rise + 0.7 * (set - rise);
+        case DayPart::evening:
+            return set + 72.0 * kMinute;
+        case DayPart::moonrise:
+            return set + 170.0 * kMinute;
+        case DayPart::midnight:
+            return 0.5 * (set + sunrise(day + days{1}, place));
     }
     return rise;
 }
 
-/// Where a tithi puts a festival: the day, and whether two days in a row qualified.
+/// Where a tithi puts a festival: the day, and on how many days the moment falls in the tithi.
 struct Found {
     sys_days day;
-    bool two;
+    std::size_t count;
 };
 
 /// The day whose `part` falls between `begin` and `end`; where none does, the day whose sunrise does; and where there
@@ -175,15 +183,16 @@ Found dayOf(double begin, double end, DayPart part, bool later, const Place& pla
         }
     }
     if (found.empty()) {
-        return part == DayPart::sunrise ? Found{holding, false} : dayOf(begin, end, DayPart::sunrise, later, place);
+        const sys_days day = part == DayPart::sunrise ? holding : dayOf(begin, end, DayPart::sunrise, later, place).day;
+        return {day, 0};
     }
-    return {later ? found.back() : found.front(), found.size() > 1};
+    return {later ? found.back() : found.front(), found.size()};
 }
 
 /// The day of a tithi by the rule of `festival`, and how sure it is.
 Occurrence occurrenceOf(const Tithi& tithi, const Festival& festival, const Place& place) {
     const Found found = dayOf(tithi.begin, tithi.end, festival.part, festival.later, place);
-    bool sure = !found.two || festival.later || festival.earlier;
+    bool sure = found.count == 1 || (found.count == 2 && (festival.later || festival.earlier));
     std::vector<DayPart> parts{festival.part};
     if (!festival.partGiven) {
         parts = {DayPart::sunrise, DayPart::midday, DayPart::afternoon};
@@ -203,7 +212,7 @@ Occurrence occurrenceOf(const Tithi& tithi, const Festival& festival, const Plac
 std::optional<Occurrence> fastOf(const Tithi& tithi, const Festival& festival, const Place& place) {
     const Found found = dayOf(tithi.begin, tithi.end, DayPart::sunrise, false, place);
     const double dawn = sunrise(found.day, place) - kArunodaya;
-    const bool waits = tithi.begin > dawn || found.two;
+    const bool waits = tithi.begin > dawn || found.count == 2;
     if (!waits) {
         return std::nullopt;
     }
@@ -216,17 +225,19 @@ std::optional<Occurrence> fastOf(const Tithi& tithi, const Festival& festival, c
 /// The moments between `from` and `to` at which the Moon enters `degrees`.
 std::vector<double> moonEntries(double degrees, double from, double to, const Panchanga& panchanga) {
     const auto ahead = [&](double jd) { return std::remainder(panchanga.moonLongitude(jd) - degrees, 360.0); };
-    constexpr double kStep = 1.0;
     std::vector<double> moments;
-    for (double jd = from; jd < to; jd += kStep) {
-        if (ahead(jd) < 0.0 && ahead(jd + kStep) >= 0.0 && ahead(jd + kStep) < 90.0) {
-            double low = jd, high = jd + kStep;
-            while (high - low > kMinute / 60.0) {
-                const double middle = 0.5 * (low + high);
-                (ahead(middle) < 0.0 ? low : high) = middle;
-            }
-            moments.push_back(high);
+    const int count = static_cast<int>(to - from);
+    for (int i = 0; i < count; ++i) {  // day by day: the Moon goes 15 degrees at most
+        double low = from + i;
+        double high = low + 1.0;
+        if (ahead(low) >= 0.0 || ahead(high) < 0.0 || ahead(high) > 90.0) {
+            continue;
         }
+        while (high - low > kMinute / 60.0) {
+            const double middle = 0.5 * (low + high);
+            (ahead(middle) < 0.0 ? low : high) = middle;
+        }
+        moments.push_back(high);
     }
     return moments;
 }
@@ -300,6 +311,10 @@ Festivals::Festivals(std::istream& rules, const std::string& fileName) {
             if (festival.kind == Festival::Kind::withOther && !festivals_.contains(festival.other)) {
                 throw std::string("goes by the day of an id that has no line above");
             }
+            if (festival.sameAs != 0 &&
+                (!festivals_.contains(festival.sameAs) || festivals_.at(festival.sameAs).sameAs != 0)) {
+                throw std::string("is another name of an id that has no line above, or is one itself");
+            }
             if (!festivals_.emplace(festival.id, festival).second) {
                 throw "id " + std::to_string(festival.id) + " has a line already";
             }
@@ -336,7 +351,8 @@ std::vector<Occurrence> Festivals::around(const Festival& festival, const SkyYea
     const BsCalendar& calendar = sky.calendar();
     std::vector<Occurrence> found;
     switch (festival.kind) {
-        case Kind::unknown: break;
+        case Kind::unknown:
+            break;
         case Kind::bsDate:
             for (int year = sky.year() - 1; year <= sky.year() + 1; ++year) {
                 if (calendar.holds(year) && festival.day <= calendar.monthLength(year, festival.month)) {
@@ -360,10 +376,11 @@ std::vector<Occurrence> Festivals::around(const Festival& festival, const SkyYea
         case Kind::lunar:
         case Kind::everyMonth:
             for (const auto& [tithi, date] : sky.tithis()) {
-                const bool number = tithi.number == festival.tithi ||
-                                    (festival.bothHalves && tithi.number == festival.tithi + 15);
-                const bool month = festival.kind == Kind::everyMonth ||
-                                   (date.adhika == festival.adhika && (festival.adhika || date.month == festival.month));
+                const bool number =
+                    tithi.number == festival.tithi || (festival.bothHalves && tithi.number == festival.tithi + 15);
+                const bool month =
+                    festival.kind == Kind::everyMonth ||
+                    (date.adhika == festival.adhika && (festival.adhika || date.month == festival.month));
                 if (!number || !month) {
                     continue;
                 }
@@ -386,7 +403,9 @@ std::vector<Occurrence> Festivals::around(const Festival& festival, const SkyYea
                 found.push_back({dayAt(moment), sure ? Grade::sure : Grade::usual});
             }
             break;
-        case Kind::withOther: found = around(festivals_.at(festival.other), sky); break;
+        case Kind::withOther:
+            found = around(festivals_.at(festival.other), sky);
+            break;
     }
 
     std::vector<Occurrence> result;

@@ -57,8 +57,9 @@ enum class DayPart {
 
 /// How far a day can be trusted, best last.
 enum class Grade {
-    usual,  ///< ends of the tithi 25 minutes off would move it, or, where the rule names no moment, midday or afternoon
-    sure,   ///< they would not
+    usual,  ///< ends of the tithi 25 minutes off would move it, or, where the rule names no moment, midday or
+            ///< afternoon; or the moment falls in the tithi on no day, or on two and the rule does not choose
+    sure,   ///< none of that
     dated,  ///< taken from a dated source, or fixed in the civil calendar
 };
 
@@ -83,25 +84,26 @@ struct Festival {
     std::string source;
 
     Kind kind = Kind::unknown;
-    int month = 0;                           ///< bsDate, adDate, lunar
-    int day = 0;                             ///< bsDate, adDate: day of the month
-    int tithi = 0;                           ///< lunar, everyMonth: 1 to 30
-    bool bothHalves = false;                 ///< everyMonth
-    bool adhika = false;                     ///< lunar: in extra months only, whichever month it is
-    DayPart part = DayPart::sunrise;         ///< lunar, everyMonth
-    bool partGiven = false;                  ///< the rule names its moment; without, sunrise is only the custom
-    double degrees = 0.0;                    ///< moonEnters
-    int other = 0;                           ///< withOther: the id whose day this one goes by
+    int month = 0;                             ///< bsDate, adDate, lunar
+    int day = 0;                               ///< bsDate, adDate: day of the month
+    int tithi = 0;                             ///< lunar, everyMonth: 1 to 30
+    bool bothHalves = false;                   ///< everyMonth
+    bool adhika = false;                       ///< lunar: in extra months only, whichever month it is
+    DayPart part = DayPart::sunrise;           ///< lunar, everyMonth
+    bool partGiven = false;                    ///< the rule names its moment; without, sunrise is only the custom
+    double degrees = 0.0;                      ///< moonEnters
+    int other = 0;                             ///< withOther: the id whose day this one goes by
     std::vector<std::chrono::sys_days> dates;  ///< dates
 
-    bool later = false;        ///< of two days in a row that both qualify, the second
-    bool earlier = false;      ///< of two days in a row that both qualify, expressly the first
-    int shift = 0;             ///< days to add in the end
+    int sameAs = 0;                                 ///< the festival that this is another name of; 0 for most
+    bool later = false;                             ///< of two days in a row that both qualify, the second
+    bool earlier = false;                           ///< of two days in a row that both qualify, expressly the first
+    int shift = 0;                                  ///< days to add in the end
     std::optional<std::chrono::weekday> weekday;    ///< only when the day falls on it
     std::optional<std::chrono::weekday> firstFrom;  ///< the first such weekday on or after the day
     enum class Fast { plain, householders, vaishnava } fast = Fast::plain;  ///< an ekadashi kept on two days
-    std::vector<int> only, never;                   ///< BS years
-    std::vector<std::chrono::sys_days> but;         ///< dated days that replace the reckoned one next to them
+    std::vector<int> only, never;                                           ///< BS years
+    std::vector<std::chrono::sys_days> but;  ///< dated days that replace the reckoned one next to them
 };
 
 /// The sky over one BS year and some days around it, reckoned once for all festivals.

@@ -7,10 +7,9 @@ namespace dinmala::panchanga {
 namespace {
 
 constexpr double kTithiArc = 12.0;
-constexpr double kSynodicMonth = 29.530588;  // mean days from new moon to new moon
+constexpr double kSynodicMonth = 29.530588;   // mean days from new moon to new moon
 constexpr double kSiderealYear = 365.258756;  // the Surya Siddhanta's: 1577917828 / 4320000 days
-constexpr double kShortestTithi = 0.75;       // days, with room: tithis last from 0.89 to 1.11 days
-constexpr double kLongestTithi = 1.25;
+constexpr double kLongestTithi = 1.25;        // days, with room: tithis last from 0.89 to 1.11 days
 
 /// `a` minus `b` on the circle, -180 to 180 degrees.
 double difference(double a, double b) { return std::remainder(a - b, 360.0); }

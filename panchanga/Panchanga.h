@@ -64,7 +64,8 @@ public:
     /// The tithis of `count` civil days in a row, `first` included: the quick way to a year.
     [[nodiscard]] std::vector<DayTithi> dayTithis(std::chrono::sys_days first, int count) const;
 
-    /// The lunar month that runs at `jd`. A month with two sankrantis (1963, 1983) carries the name of the first.
+    /// The lunar month that runs at `jd`. A month with two sankrantis (1963, 1983 and 2028) carries the name of the
+    /// first.
     [[nodiscard]] LunarMonth lunarMonthAt(double jd) const;
 
     /// The tithi that runs at `jd`, with its month by the purnimanta names.
@@ -77,7 +78,7 @@ public:
     ///
     /// It is the day of the sankranti, with the two exceptions of Nepal's calendar: a Makara sankranti after sunset
     /// moves the first of Magh to the next day, a Karka sankranti before sunrise moves the first of Shrawan to the day
-    /// before. Agrees with the month table on 982 of the 984 months of BS 1999 to 2080; beyond 2080 the table was
+    /// before. Agrees with the month table on 972 of the 984 months of BS 1999 to 2080; beyond 2080 the table was
     /// made in another way.
     [[nodiscard]] std::chrono::sys_days solarMonthStart(int year, int month) const;
 

@@ -16,10 +16,11 @@
 
 namespace dinmala::panchanga {
 
-inline constexpr std::array<std::string_view, 12> kMonths{"Vaishakh", "Jyeshtha", "Ashadh", "Shrawan", "Bhadra",  "Ashwin",
-                                                   "Kartik",   "Marga",    "Poush",  "Magh",    "Phalgun", "Chaitra"};
+inline constexpr std::array<std::string_view, 12> kMonths{"Vaishakh", "Jyeshtha", "Ashadh",  "Shrawan",
+                                                          "Bhadra",   "Ashwin",   "Kartik",  "Marga",
+                                                          "Poush",    "Magh",     "Phalgun", "Chaitra"};
 inline constexpr std::array<std::string_view, 7> kWeekdays{"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                                    "Thursday", "Friday", "Saturday"};
+                                                           "Thursday", "Friday", "Saturday"};
 inline constexpr std::array<std::string_view, 2> kHalves{"bright", "dark"};
 
 /// Place of `word` in `words`, or nothing.
@@ -89,9 +90,7 @@ public:
         }
         return *place;
     }
-    std::chrono::weekday weekday() {
-        return std::chrono::weekday{static_cast<unsigned>(oneOf("weekday", kWeekdays))};
-    }
+    std::chrono::weekday weekday() { return std::chrono::weekday{static_cast<unsigned>(oneOf("weekday", kWeekdays))}; }
     std::chrono::sys_days adDate() {
         const std::string_view word = take("AD date");
         const std::vector<std::string_view> parts = split(word, '-');

@@ -57,7 +57,8 @@ double tableArcsine(double sine) {
     const double length = std::min(std::abs(sine) * kRadius, kRadius);
     const auto above = std::upper_bound(kSines.begin(), kSines.end() - 1, length);
     const auto row = static_cast<std::size_t>(above - kSines.begin()) - 1;
-    const double arc = kSineStep * (static_cast<double>(row) + (length - kSines[row]) / (kSines[row + 1] - kSines[row]));
+    const double arc =
+        kSineStep * (static_cast<double>(row) + (length - kSines[row]) / (kSines[row + 1] - kSines[row]));
     return std::copysign(arc, sine);
 }
 
@@ -102,8 +103,8 @@ double horizonCrossing(std::chrono::sys_days day, const Place& place, double sid
     double jd = meanNoon + side * 0.25;
     for (int round = 0; round < 3; ++round) {
         const SolarGeometry sun = solarGeometry(jd);
-        const double halfDay = std::acos(-std::tan(degreesToRadians(place.latitude)) *
-                                         std::tan(degreesToRadians(sun.declination)));
+        const double halfDay =
+            std::acos(-std::tan(degreesToRadians(place.latitude)) * std::tan(degreesToRadians(sun.declination)));
         jd = meanNoon - sun.equationOfTime + side * radiansToDegrees(halfDay) / 360.0;
     }
     return jd;

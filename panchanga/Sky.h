@@ -16,8 +16,7 @@ struct Place {
     double utcOffset;  ///< days that its civil time is ahead of UT: 0.25 is six hours
 };
 
-/// Kathmandu with Nepal time, 05:45 ahead of UT. Nepal kept 05:30 until 1986; the almanacs printed since then
-/// reckon all years in 05:45, and so do we.
+/// Kathmandu with Nepal time, 05:45 ahead of UT. Nepal kept 05:30 until 1986; here all years are reckoned in 05:45.
 inline constexpr Place kKathmandu{27.7172, 85.3240, (5.0 + 45.0 / 60.0) / 24.0};
 
 /// How the two bodies are placed: the classical reckoning, or another one to compare it with.
@@ -45,7 +44,7 @@ inline constexpr Reckoning kSuryaSiddhanta{sunLongitude, moonLongitude};
 [[nodiscard]] std::chrono::sys_days civilDay(double jd, const Place& place);
 
 /// The instant at which the Sun's centre stands on the geometric horizon in the morning (or evening) of the civil
-/// day `day`: no refraction, no semidiameter. Within a minute of the truth between AD 1900 and 2100.
+/// day `day`: no refraction, no semidiameter. Good to about a minute between AD 1900 and 2100.
 ///
 /// REQUIRES: a place where the Sun rises and sets every day (latitude within 65 degrees of the equator).
 [[nodiscard]] double sunrise(std::chrono::sys_days day, const Place& place);

@@ -162,10 +162,10 @@ std::vector<Token> TithiRules::list(int year, const BsCalendar& calendar, const 
     for (const DayTithi& today : panchanga.dayTithis(first, static_cast<int>((last - first).count()) + 1)) {
         const BsCalendar::Date date = calendar.date(today.day);
         const MonthDay key{date.month, date.day};
-        const bool covered = rules.covers.empty() || std::any_of(rules.covers.begin(), rules.covers.end(),
-                                                                 [&key](const auto& cover) {
-                                                                     return cover.first <= key && key <= cover.second;
-                                                                 });
+        const bool covered =
+            rules.covers.empty() || std::any_of(rules.covers.begin(), rules.covers.end(), [&key](const auto& cover) {
+                return cover.first <= key && key <= cover.second;
+            });
         if (!covered || contains(rules.empty, key)) {
             continue;
         }
@@ -180,9 +180,8 @@ std::vector<Token> TithiRules::list(int year, const BsCalendar& calendar, const 
         const LunarDate lunar = panchanga.lunarDateAt(today.sunrise);
         const auto observance = rules.observances.find({lunar.month, lunar.tithi});
         const bool observed = observance != rules.observances.end() && !lunar.adhika && !today.repeated;
-        const auto joined = today.skipped == 0
-                                ? joined_.end()
-                                : joined_.find({withinHalf(today.tithi), withinHalf(today.skipped)});
+        const auto joined =
+            today.skipped == 0 ? joined_.end() : joined_.find({withinHalf(today.tithi), withinHalf(today.skipped)});
         const bool join = rules.joined && !contains(rules.bothDays, key) && joined != joined_.end() &&
                           (rules.joinedFirst < 0 || joinedSoFar < rules.joinedFirst);
         if (join) {
@@ -408,13 +407,20 @@ private:
         return tokens->second.size() < most &&
                std::none_of(tokens->second.begin(), tokens->second.end(), [&](const Token& token) {
                    const auto there = names_.find(token.id);
-                   return token.id == id || (there != names_.end() && there->second == names_.at(id));
+                   return token.id == id || (!otherNames_ && sameAs(token.id) == sameAs(id)) ||
+                          (there != names_.end() && there->second == names_.at(id));
                });
     }
 
+    /// The id that stands for a festival and its other names.
+    [[nodiscard]] int sameAs(int id) const {
+        const auto festival = festivals_.all().find(id);
+        return festival == festivals_.all().end() || festival->second.sameAs == 0 ? id : festival->second.sameAs;
+    }
+
     [[nodiscard]] bool mayList(int id) const {
-        return names_.contains(id) && (id <= plan_.newest || std::find(plan_.later.begin(), plan_.later.end(), id) !=
-                                                                 plan_.later.end());
+        return names_.contains(id) &&
+               (id <= plan_.newest || std::find(plan_.later.begin(), plan_.later.end(), id) != plan_.later.end());
     }
 
     [[nodiscard]] bool monthly(int id) const {
@@ -445,15 +451,19 @@ private:
 
     void fillFullDays() {
         const std::vector<int> ids = wanted();
-        for (const auto& [day, count] : plan_.full) {
-            for (const int id : ids) {
-                for (const Occurrence& one : daysOf(id)) {
-                    if (dayOf(one) == day && one.grade != Grade::usual && takes(day, id)) {
-                        put({day.first, day.second, id, {}});
+        for (const bool otherNames : {false, true}) {
+            otherNames_ = otherNames;
+            for (const auto& [day, count] : plan_.full) {
+                for (const int id : ids) {
+                    for (const Occurrence& one : daysOf(id)) {
+                        if (dayOf(one) == day && one.grade != Grade::usual && takes(day, id)) {
+                            put({day.first, day.second, id, {}});
+                        }
                     }
                 }
             }
         }
+        otherNames_ = false;
     }
 
     void fillIds() {
@@ -481,10 +491,12 @@ private:
         return false;
     }
 
-    /// Adds further days of the ids listed: of yearly festivals first, then of monthly ones, a day of each in turn.
+    /// Adds further days of the ids listed, a day of each in turn: of yearly festivals first, then of monthly ones,
+    /// and of these at last also where the day has another name of the festival.
     void fillRest() {
         const std::vector<int> ids = wanted();
-        for (const bool often : {false, true}) {
+        for (const auto& [often, otherNames] : {std::pair{false, false}, {true, false}, {true, true}}) {
+            otherNames_ = otherNames;
             bool added = true;
             while (added) {
                 added = false;
@@ -511,6 +523,7 @@ private:
     std::set<int> listed_;
     std::size_t count_ = 0;
     std::map<int, std::vector<Occurrence>> reckoned_;
+    bool otherNames_ = false;  ///< whether a day may have two names of one festival
 
     friend class EventPlans;
 };

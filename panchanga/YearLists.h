@@ -49,8 +49,8 @@ private:
     using MonthDay = std::pair<int, int>;
     struct Year {
         bool joined = false, both = false;
-        int joinedFirst = -1;  ///< how many days are joined before both are listed; -1: no such change
-        std::map<int, int> variants;                     ///< tithi -> id
+        int joinedFirst = -1;         ///< how many days are joined before both are listed; -1: no such change
+        std::map<int, int> variants;  ///< tithi -> id
         std::map<std::pair<int, int>, int> observances;  ///< month and tithi -> id
         std::vector<std::pair<MonthDay, MonthDay>> covers;
         std::vector<MonthDay> empty, bothDays;
@@ -85,10 +85,10 @@ private:
     struct Plan {
         int line = 0;
         std::size_t tokens = 0, ids = 0, most = 0;
-        int newest = 0;  ///< the last id that the year brought in
+        int newest = 0;                                                   ///< the last id that the year brought in
         std::vector<std::pair<MonthDay, std::vector<int>>> wholes, days;  ///< `days` in list order for the first
         std::vector<MonthDay> ordered;                                    ///< the days that begin with their ids
-        MonthDay last;  ///< the day that ends with `lastOfDay`
+        MonthDay last;                                                    ///< the day that ends with `lastOfDay`
         int lastOfDay = 0;
         std::map<MonthDay, std::size_t> full;
         std::vector<std::pair<MonthDay, MonthDay>> quiet;

@@ -27,9 +27,10 @@ void printDays(const AlmanacRules& rules, const EventPlans::Names& names, const 
             const std::chrono::year_month_day ad{one.day};
             const BsCalendar::Date bs = rules.calendar.date(one.day);
             const auto name = names.find(id);
-            std::cout << id << " | " << (name == names.end() ? "" : name->second) << " | " << static_cast<int>(ad.year())
-                      << '-' << static_cast<unsigned>(ad.month()) << '-' << static_cast<unsigned>(ad.day()) << " | "
-                      << bs.month << '/' << bs.day << " | " << gradeName(one.grade) << '\n';
+            std::cout << id << " | " << (name == names.end() ? "" : name->second) << " | "
+                      << static_cast<int>(ad.year()) << '-' << static_cast<unsigned>(ad.month()) << '-'
+                      << static_cast<unsigned>(ad.day()) << " | " << bs.month << '/' << bs.day << " | "
+                      << gradeName(one.grade) << '\n';
         }
     }
 }

@@ -94,7 +94,7 @@ TEST(Interface, SpeaksTheLanguageAskedForElseEnglish) {
 }
 
 TEST(Interface, SaysWhatIsWrongAndWhere) {
-    EXPECT_NE(refusal("{\n\"rows\": [\n{,}]}").find("line 3, column 2"), std::string::npos);
+    EXPECT_TRUE(refusal("{\n\"rows\": [\n{,}]}").starts_with("parse error at line 3, column 2: "));
     EXPECT_EQ(refusal("{}"), "has no \"rows\"");
     EXPECT_EQ(refusal(R"({"rows":[]})"), "rows: is not a list of rows");
     EXPECT_EQ(refusal(R"({"rows":[7]})"), "rows[0]: a row is not an object");

@@ -36,9 +36,9 @@ inline double moon(double jd) {
     const double f = 93.2720950 + 483202.0175233 * t;   // argument of latitude
     const double terms = 6.288774 * sine(n) + 1.274027 * sine(2 * d - n) + 0.658314 * sine(2 * d) +
                          0.213618 * sine(2 * n) - 0.185116 * sine(m) - 0.114332 * sine(2 * f) +
-                         0.058793 * sine(2 * d - 2 * n) + 0.057066 * sine(2 * d - m - n) +
-                         0.053322 * sine(2 * d + n) + 0.045758 * sine(2 * d - m) - 0.040923 * sine(m - n) -
-                         0.034720 * sine(d) - 0.030383 * sine(m + n) + 0.015327 * sine(2 * d - 2 * f);
+                         0.058793 * sine(2 * d - 2 * n) + 0.057066 * sine(2 * d - m - n) + 0.053322 * sine(2 * d + n) +
+                         0.045758 * sine(2 * d - m) - 0.040923 * sine(m - n) - 0.034720 * sine(d) -
+                         0.030383 * sine(m + n) + 0.015327 * sine(2 * d - 2 * f);
     return normalized(218.3164477 + 481267.88123421 * t + terms - ayanamsha(t));
 }
 

@@ -61,9 +61,8 @@ TEST_F(AlmanacData, RulesGiveTheImportantEventsOf2070) {
     int agree = 0;
     for (const auto& [day, id] : files_->important) {
         const auto days = rules_->festivals.daysOf(id, sky);
-        const bool found = std::any_of(days.begin(), days.end(), [day = day](const Occurrence& one) {
-            return one.day == day;
-        });
+        const bool found =
+            std::any_of(days.begin(), days.end(), [day = day](const Occurrence& one) { return one.day == day; });
         EXPECT_TRUE(found) << id;
         agree += found;
     }
@@ -97,8 +96,8 @@ protected:
     Token& tithi(int year, const std::string& text) { return find(files.tithis[year], text); }
 
     static Token& find(std::vector<Token>& tokens, const std::string& text) {
-        const auto found = std::find_if(tokens.begin(), tokens.end(),
-                                        [&text](const Token& token) { return token.text() == text; });
+        const auto found =
+            std::find_if(tokens.begin(), tokens.end(), [&text](const Token& token) { return token.text() == text; });
         EXPECT_NE(found, tokens.end()) << text;
         return *found;
     }
@@ -160,9 +159,8 @@ TEST_F(Mutation, AFileThatTheRulesDoNotMakeIsCaught) {
 
 TEST_F(Mutation, AModernReckoningInPlaceOfTheClassicalOneIsCaught) {
     const AlmanacReport report = check(*files_, Panchanga{kKathmandu, modern::kModern});
-    const auto wrong = std::count_if(report.failures.begin(), report.failures.end(), [](const std::string& failure) {
-        return failure.compare(0, 6, "tithi ") == 0;
-    });
+    const auto wrong = std::count_if(report.failures.begin(), report.failures.end(),
+                                     [](const std::string& failure) { return failure.compare(0, 6, "tithi ") == 0; });
     std::cout << "with a modern reckoning " << wrong << " tithi tokens are not in the sky, and "
               << report.failures.size() << " findings fail\n";
     EXPECT_GT(wrong, 100);

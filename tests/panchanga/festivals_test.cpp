@@ -45,6 +45,7 @@ TEST(FestivalRules, RefuseALineThatBreaksTheGrammarWithFileAndLine) {
           Bad{"5 | known | lunar Magh dark 8 sunrise sunset | law", "'sunset' is one word too many"},
           Bad{"5 | known | first Funday from bs 09-01 | law", "'Funday' is no weekday"},
           Bad{"5 | known | with 52 | law", "no line above"},
+          Bad{"5 | known | bs 01-01, as 4 | law", "no line above"},
           Bad{"5 | known | bs 01-01, often | law", "'often' is no modifier"},
           Bad{"5 | known | bs 01-01, shift 11 | law", "'11' is no shift"},
           Bad{"5 | known | unknown | law", "unknown exactly when"},
@@ -104,9 +105,9 @@ TEST_F(RuleDays, KeepExtraMonthsApart) {
     EXPECT_EQ(days("adhika bright 1 sunrise", 2069), Days{"2012-8-18"});
     EXPECT_EQ(days("adhika dark 30 sunrise", 2069), Days{"2012-9-16"});
     EXPECT_EQ(days("adhika bright 1 sunrise", 2070), Days{});
-    EXPECT_EQ(days("lunar Bhadra bright 3", 2069), Days{"2012-9-18"});      // after the extra month
+    EXPECT_EQ(days("lunar Bhadra bright 3", 2069), Days{"2012-9-18"});         // after the extra month
     EXPECT_EQ(days("lunar Bhadra dark 30 sunrise", 2069), Days{"2012-8-17"});  // before it
-    EXPECT_EQ(days("every bright 8 sunrise", 2069).size(), 12U);  // the extra month too
+    EXPECT_EQ(days("every bright 8 sunrise", 2069).size(), 12U);               // the extra month too
     EXPECT_EQ(days("every bright 8 sunrise, weekday Monday", 2069), (Days{"2012-10-22", "2013-2-18"}));
     EXPECT_EQ(days("every 11 sunrise", 2070).size(), 25U);
 }
@@ -116,24 +117,6 @@ TEST_F(RuleDays, FollowTheMoonThroughTheStars) {
     const Days entries = days("moon enters 300", 2070);
     EXPECT_EQ(entries.size(), 13U);
     EXPECT_EQ(entries.front(), "2013-5-3");
-}
-
-TEST(YearLists, ComeBackAsTheyWereWritten) {
-    const std::string text = "0101 428 5 542\n3001 216 216  # 216: twice\n";
-    std::istringstream file{"# head\n" + text};
-    const std::vector<Token> tokens = readYearList(file, "list.txt");
-    ASSERT_EQ(tokens.size(), 5U);
-    EXPECT_EQ(tokens[1].text(), "01015");
-    EXPECT_EQ(tokens[4].note, "216: twice");
-    for (const char* bad : {"101 5", "0101", "0101 x", "0l01 5"}) {
-        std::istringstream wrong{std::string("# head\n") + bad + "\n"};
-        try {
-            (void)readYearList(wrong, "list.txt");
-            ADD_FAILURE() << bad;
-        } catch (const FileError& error) {
-            EXPECT_EQ(error.text.compare(0, 11, "list.txt:2:"), 0) << error.text;
-        }
-    }
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 // The computed sky: against the month table, against itself, and against a modern reckoning.
 
+#include "Panchanga.h"
 #include "Festivals.h"
 #include "ModernSky.h"
-#include "Panchanga.h"
 
 #include <gtest/gtest.h>
 
@@ -128,11 +128,33 @@ TEST_F(ComputedSky, NamesLunarMonthsAndFindsTheExtraOnes) {
     EXPECT_EQ(extra, (std::vector<std::string>{"2067-1", "2069-5"}));
     // Dark halves carry the next month's name, but not in an extra month.
     const auto at = [this](sys_days day) { return panchanga.lunarDateAt(sunrise(day, kKathmandu)); };
-    EXPECT_EQ(at(sys_days{2013y / August / 28}), (LunarDate{5, false, 23}));    // Janmashtami, dark 8th of Bhadra
-    EXPECT_EQ(at(sys_days{2013y / October / 14}), (LunarDate{6, false, 10}));   // Vijaya Dashami
-    EXPECT_EQ(at(sys_days{2012y / August / 27}).adhika, true);                  // bright half of the extra Bhadra
-    EXPECT_EQ(at(sys_days{2012y / September / 10}).month, 5);                   // its dark half
-    EXPECT_EQ(at(sys_days{2012y / August / 15}), (LunarDate{5, false, 28}));    // the dark half before it
+    EXPECT_EQ(at(sys_days{2013y / August / 28}), (LunarDate{5, false, 23}));   // Janmashtami, dark 8th of Bhadra
+    EXPECT_EQ(at(sys_days{2013y / October / 14}), (LunarDate{6, false, 10}));  // Vijaya Dashami
+    EXPECT_EQ(at(sys_days{2012y / August / 27}).adhika, true);                 // bright half of the extra Bhadra
+    EXPECT_EQ(at(sys_days{2012y / September / 10}).month, 5);                  // its dark half
+    EXPECT_EQ(at(sys_days{2012y / August / 15}), (LunarDate{5, false, 28}));   // the dark half before it
+}
+
+// A century has about 37 extra months, and one more for each month that vanishes between two of them.
+TEST_F(ComputedSky, FindsTheMonthsThatVanish) {
+    std::vector<std::string> vanish;
+    LunarMonth month = panchanga.lunarMonthAt(startOfDay(sys_days{1942y / May / 1}, kKathmandu));
+    int months = 0, extra = 0;
+    while (month.begin < startOfDay(sys_days{2043y / April / 1}, kKathmandu)) {
+        const LunarMonth next = panchanga.lunarMonthAt(month.end + 1.0);
+        ++months;
+        extra += month.adhika;
+        if (!month.adhika && next.month == (month.month + 1) % 12 + 1) {
+            vanish.push_back(
+                std::to_string(static_cast<int>(year_month_day{civilDay(month.begin, kKathmandu)}.year())) + " after " +
+                std::to_string(month.month));
+        }
+        month = next;
+    }
+    // 1963 and 1983 are the vanished months that almanacs remember.
+    EXPECT_EQ(vanish, (std::vector<std::string>{"1963 after 8", "1983 after 9", "2028 after 8"}));
+    EXPECT_EQ(months, 1249);
+    EXPECT_EQ(extra, 41);
 }
 
 // Kathmandu's almanac sunrises, and the same geometry south of the equator and west of Greenwich.

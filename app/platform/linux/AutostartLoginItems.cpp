@@ -143,6 +143,7 @@ std::optional<std::vector<LoginItemRef>> AutostartLoginItems::snapshot() {
     std::vector<Entry> entries;
     if (listEntries(folder_, entries) != 0) return std::nullopt;
     std::vector<LoginItemRef> list;
+    list.reserve(entries.size());
     for (Entry& entry : entries) list.push_back({std::move(entry.name)});
     return list;
 }

@@ -11,7 +11,7 @@ namespace dinmala {
 struct FetchLimits {
     std::chrono::milliseconds connect{3000};
     std::chrono::milliseconds whole{10000};  ///< looking up the name and redirects included
-    std::size_t body = 64 * 1024;            ///< bytes; a longer body is a failure
+    std::size_t body = 1 << 16;              ///< bytes; a longer body is a failure
     long redirects = 5;
 };
 

@@ -22,7 +22,8 @@ struct Span {
 };
 
 std::uint8_t alphaAt(const Image& image, int x, int y) {
-    const auto index = static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) + static_cast<std::size_t>(x);
+    const auto index =
+        static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) + static_cast<std::size_t>(x);
     return image.pixels[index * 4 + 3];
 }
 
@@ -63,17 +64,17 @@ double coverage(int x, int y, int side, double radius) {
 }  // namespace
 
 Image dayTile(const Image& digits, std::string_view day) {
-    const bool usable = digits.width >= 10 && digits.height > 0 &&
-                        digits.pixels.size() >= static_cast<std::size_t>(digits.width) *
-                                                    static_cast<std::size_t>(digits.height) * 4;
+    const bool usable =
+        digits.width >= 10 && digits.height > 0 &&
+        digits.pixels.size() >= static_cast<std::size_t>(digits.width) * static_cast<std::size_t>(digits.height) * 4;
     const std::vector<Span> inks = usable ? inksOf(digits, day) : std::vector<Span>{};
     const int gap = digits.height / 10;
     int textWidth = -gap;
     for (const Span& ink : inks) textWidth += ink.width() + gap;
 
-    // The digits are as tall as three fifths of the tile, unless they are too wide for that.
+    // The digits are as tall as two thirds of the tile, unless they are too wide for that.
     Image tile;
-    const int side = std::max({64, digits.height * 5 / 3, textWidth * 100 / 84});
+    const int side = std::max({64, digits.height * 3 / 2, textWidth * 100 / 84});
     tile.width = tile.height = side;
     tile.pixels.reserve(static_cast<std::size_t>(side) * static_cast<std::size_t>(side) * 4);
     for (int y = 0; y < side; ++y) {
@@ -90,7 +91,8 @@ Image dayTile(const Image& digits, std::string_view day) {
             for (int x = ink.begin; x < ink.end; ++x) {
                 const int alpha = alphaAt(digits, x, y);
                 const auto at = (static_cast<std::size_t>(top + y) * static_cast<std::size_t>(side) +
-                                 static_cast<std::size_t>(left + x - ink.begin)) * 4;
+                                 static_cast<std::size_t>(left + x - ink.begin)) *
+                                4;
                 for (std::size_t channel = 0; channel < 3; ++channel) {
                     std::uint8_t& value = tile.pixels[at + channel];
                     value = static_cast<std::uint8_t>(value + (255 - value) * alpha / 255);

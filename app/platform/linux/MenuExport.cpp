@@ -104,8 +104,9 @@ void MenuExport::update() {
 void MenuExport::whenExported(const Glib::RefPtr<Gio::DBus::Connection>& connection, std::function<void()> callback) {
     // The library exports the menu some turns of the loop later and does not say when; so the menu is asked
     // for over the bus, and again until it answers.
-    const auto parameters = Glib::VariantContainerBase::create_tuple(
-        {Glib::Variant<Glib::ustring>::create("com.canonical.dbusmenu"), Glib::Variant<Glib::ustring>::create("Version")});
+    const auto parameters =
+        Glib::VariantContainerBase::create_tuple({Glib::Variant<Glib::ustring>::create("com.canonical.dbusmenu"),
+                                                  Glib::Variant<Glib::ustring>::create("Version")});
     connection->call(
         kPath, "org.freedesktop.DBus.Properties", "Get", parameters,
         [this, connection, callback = std::move(callback), cancellable = cancellable_](const auto& result) {

@@ -22,6 +22,7 @@ constexpr int kTries = 5;
 
 std::vector<Pixmap> atAllSizes(const Image& image) {
     std::vector<Pixmap> pixmaps;
+    pixmaps.reserve(kIconSizes.size());
     for (const int size : kIconSizes) pixmaps.push_back(squarePixmap(image, size));
     return pixmaps;
 }
@@ -35,7 +36,7 @@ bool areSame(const ImagePtr& a, const ImagePtr& b) {
 std::string squareFile(const Image& image) {
     if (image.width == image.height) return image.path;
     const std::string folder = Glib::build_filename(Glib::get_user_runtime_dir(), "dinmala");
-    const std::string path = Glib::build_filename(folder, "square-" + Glib::path_get_basename(image.path));
+    std::string path = Glib::build_filename(folder, "square-" + Glib::path_get_basename(image.path));
     const std::vector<std::uint8_t> png = squarePng(image, std::max(image.width, image.height));
     g_mkdir_with_parents(folder.c_str(), 0700);
     try {
@@ -52,6 +53,11 @@ std::string trimmed(const std::string& text) {
 }
 
 std::string titleOf(const MenuItem* item) { return item != nullptr ? item->title() : std::string{}; }
+
+/// The date line and, where it says something, the description line below it.
+std::string wholeText(const std::string& dateLine, const std::string& description) {
+    return description.find_first_not_of(", ") == std::string::npos ? dateLine : dateLine + "\n" + description;
+}
 
 }  // namespace
 
@@ -118,7 +124,7 @@ void PanelFace::flush() {
         menu_ = std::make_unique<MenuExport>(*item_->menu(), [this] { changed(); });
         menu_->whenExported(connection_, [this] {
             menuIsExported_ = true;
-            registerItem();
+            changed();
         });
     }
     if (host_.kind() == PanelHost::Kind::none) return;
@@ -142,7 +148,7 @@ void PanelFace::registerItem() {
         retry_.disconnect();
         retry_ = Glib::signal_timeout().connect(
             [this] {
-                registerItem();
+                changed();
                 return false;
             },
             kBetweenTries);
@@ -156,7 +162,7 @@ ItemView PanelFace::view() {
     ItemView view;
     view.title = trimmed(item_->title().value_or(dateLine));
     view.toolTipTitle = Glib::Markup::escape_text(item_->toolTip());
-    view.toolTipBody = Glib::Markup::escape_text(dateLine + "\n" + titleOf(outlets_.descriptionMenuItem));
+    view.toolTipBody = Glib::Markup::escape_text(wholeText(dateLine, titleOf(outlets_.descriptionMenuItem)));
     if (showsLabel) view.label = item_->title().value_or("");
     if (image != nullptr) {
         drawSquares(image);

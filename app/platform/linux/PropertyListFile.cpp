@@ -12,7 +12,7 @@ namespace {
 
 /// Lists nest, and the library frees them by recursion: short enough that even a
 /// file of nothing but opening tags leaves the stack alone.
-constexpr std::size_t kLimit = 64 * 1024;
+constexpr std::size_t kLimit = 1 << 16;
 
 using Node = std::unique_ptr<void, decltype(&plist_free)>;
 using Text = std::unique_ptr<char, decltype(&std::free)>;

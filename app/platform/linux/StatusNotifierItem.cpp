@@ -51,6 +51,7 @@ Glib::Variant<Glib::ustring> text(const std::string& value) { return Glib::Varia
 
 Glib::Variant<std::vector<PixmapTuple>> pixmaps(const std::vector<Pixmap>& icon) {
     std::vector<PixmapTuple> tuples;
+    tuples.reserve(icon.size());
     for (const Pixmap& pixmap : icon) tuples.emplace_back(pixmap.size, pixmap.size, pixmap.argb);
     return Glib::Variant<std::vector<PixmapTuple>>::create(tuples);
 }

@@ -4,6 +4,7 @@
 #include <langinfo.h>
 #include <sys/eventfd.h>
 #include <sys/ioctl.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <array>
@@ -72,6 +73,7 @@ public:
         set_escdelay(25);
         cbreak();
         noecho();
+        keepFlowing();
         keypad(stdscr, TRUE);
         nodelay(stdscr, TRUE);
         curs_set(0);
@@ -84,6 +86,15 @@ public:
     Curses& operator=(const Curses&) = delete;
 
 private:
+    /// Without this Ctrl-S holds the program up inside a write, deaf to signals.
+    static void keepFlowing() {
+        termios mode{};
+        if (tcgetattr(STDIN_FILENO, &mode) != 0) return;
+        mode.c_iflag &= ~static_cast<tcflag_t>(IXON);
+        tcsetattr(STDIN_FILENO, TCSANOW, &mode);
+        def_prog_mode();
+    }
+
     SCREEN* screen_;
 };
 
@@ -117,7 +128,7 @@ private:
         ssize_t count = 0;
         while ((count = read(read_, buffer.data(), buffer.size())) > 0)
             text_.append(buffer.data(), static_cast<std::size_t>(count));
-        constexpr std::size_t kKept = 16 * 1024;
+        constexpr std::size_t kKept = 16384;
         if (text_.size() > kKept) text_.erase(0, text_.size() - kKept);
 
         const std::size_t end = text_.find_last_not_of('\n');

@@ -22,7 +22,7 @@ protected:
     /// A program of that path below the test's folder; it writes its own path
     /// into the file `started`.
     std::string program(const std::string& name) {
-        const std::string path = folder.write(name, "#!/bin/sh\nprintf %s \"$0\" >> " + folder.path("started") + "\n");
+        std::string path = folder.write(name, "#!/bin/sh\nprintf %s \"$0\" >> " + folder.path("started") + "\n");
         fs::permissions(path, fs::perms(0755));
         return path;
     }
@@ -105,6 +105,13 @@ TEST_F(Autostart, TellsTheDesktopWhatItIsInBothLanguages) {
     EXPECT_EQ(fs::status(folder.path("autostart/dinmala.desktop")).permissions(), fs::perms(0644));
 }
 
+// GLib forgives what other desktops expand: quoting is checked to the character.
+TEST_F(Autostart, QuotesWhatADesktopWouldExpand) {
+    EXPECT_EQ(execLine("/opt/a-b_c.d/दिनमाला"), "/opt/a-b_c.d/दिनमाला");
+    EXPECT_EQ(execLine("/a b/'\"`$\\"), R"("/a b/'\"\`\$\\")");
+    EXPECT_EQ(execLine("/100%"), R"(/bin/sh -c "exec \"\$0\"" "/100%%")");
+}
+
 TEST_F(Autostart, ResolvesWhatASessionWouldStart) {
     const std::string path = program("bin/dinmala");
     const std::string exec = "Exec=" + path + "\n";
@@ -135,7 +142,7 @@ TEST_F(Autostart, SkipsForeignFilesAndLeavesThem) {
     const std::vector<std::pair<std::string, std::string>> broken = {
         {"empty.desktop", ""},
         {"text.desktop", "Exec=" + path},
-        {"binary.desktop", std::string("\0\xff\n[\x80=\n", 8)}};
+        {"binary.desktop", std::string("\0\xff\n[\x80=\n", 7)}};
     for (const auto& [name, text] : broken) folder.write("autostart/" + name, text);
     ASSERT_EQ(mkfifo(folder.path("autostart/fifo.desktop").c_str(), 0600), 0);
     fs::create_symlink("/dev/zero", folder.path("autostart/device.desktop"));

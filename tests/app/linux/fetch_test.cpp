@@ -1,9 +1,11 @@
+#include <giomm.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <cstdlib>
 #include <string>
 
+#include "app/platform/linux/ChildFetch.h"
 #include "app/platform/linux/CurlFetch.h"
 #include "tests/app/linux/LoopbackServer.h"
 
@@ -70,6 +72,16 @@ TEST_F(HttpGet, GivesUpOnASilentServer) {
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(httpGet(server.url(), limits), std::nullopt);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+}
+
+TEST_F(HttpGet, IsTheSameByTheHelper) {
+    Gio::init();
+    const LoopbackServer server([](const std::string& request) {
+        return request.starts_with("GET /v ") ? ok(std::string("a\0b", 3)) : std::string{};
+    });
+    EXPECT_EQ(httpGetByChild(FETCH_HELPER, server.url("/v")), std::string("a\0b", 3));
+    EXPECT_EQ(httpGetByChild(FETCH_HELPER, server.url("/")), std::nullopt);
+    EXPECT_EQ(httpGetByChild("/no/such/helper", server.url("/v")), std::nullopt);
 }
 
 }  // namespace

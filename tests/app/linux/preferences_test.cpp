@@ -54,16 +54,22 @@ TEST_F(PreferenceFile, IsWrittenOnlyWhenAChoiceHasChanged) {
     EXPECT_EQ(before.st_ino, after.st_ino);
 }
 
+// Only what was chosen is changed, also when a person edits the file meanwhile.
 TEST_F(PreferenceFile, LeavesWhatElseStandsInTheFile) {
-    folder.write("preferences.ini",
-                 "# by hand\n\n[display]\n# the day\nday=true\nfuture=3;4\n\n[other]\nname=दिन\nname[ne]=x\n");
+    const std::string other = "future=3;4\n\n[other]\nname=दिन\nname[ne]=x\n";
+    folder.write("preferences.ini", "# by hand\n\n[display]\n# the day\nday=true\nyear=true\n" + other);
     KeyFilePreferences preferences = open();
     preferences.setBoolForKey(false, "day");
-    // Another program (or a person) writes while this one runs.
-    folder.write("preferences.ini", folder.read("preferences.ini") + "later=1\n");
+    folder.write("preferences.ini", "# by hand\n\n[display]\n# the day\nday=true\nyear=false\n" + other + "later=1\n");
     ASSERT_TRUE(preferences.synchronize());
     EXPECT_EQ(folder.read("preferences.ini"),
-              "# by hand\n\n[display]\n# the day\nday=false\nfuture=3;4\n\n[other]\nname=दिन\nname[ne]=x\nlater=1\n");
+              "# by hand\n\n[display]\n# the day\nday=false\nyear=false\n" + other + "later=1\n");
+
+    // Without a file to add to, everything that holds in this run is written.
+    std::filesystem::remove(folder.path("preferences.ini"));
+    preferences.setBoolForKey(true, "dow");
+    ASSERT_TRUE(preferences.synchronize());
+    EXPECT_EQ(folder.read("preferences.ini"), "[display]\nday=false\ndow=true\nyear=true\n");
 }
 
 TEST_F(PreferenceFile, ReadsFalseFromWhatIsNoBooleanOrNoKeyFile) {

@@ -69,9 +69,9 @@ protected:
         unsetenv("DBUS_SYSTEM_BUS_ADDRESS");
     }
 
-    static Glib::RefPtr<Gio::DBus::Connection> connect() {
+    [[nodiscard]] Glib::RefPtr<Gio::DBus::Connection> connect() const {
         return Gio::DBus::Connection::create_for_address_sync(
-            std::getenv("DBUS_SYSTEM_BUS_ADDRESS"),
+            g_test_dbus_get_bus_address(bus_),
             Gio::DBus::ConnectionFlags::AUTHENTICATION_CLIENT | Gio::DBus::ConnectionFlags::MESSAGE_BUS_CONNECTION);
     }
     void stopBus() {

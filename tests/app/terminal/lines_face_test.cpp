@@ -87,6 +87,14 @@ TEST_F(LinesFaceOverAPipe, AReaderThatLeavesEndsItBeforeTheNextLine) {
     EXPECT_EQ(quits, 1);
 }
 
+// Between the loop's last look and the write: nothing but the write can tell.
+TEST_F(LinesFaceOverAPipe, AReaderThatLeavesAtTheLastMomentEndsItQuietly) {
+    const LoopSource leaving = LoopSource::idle([this] { closeReader(); });
+    refresh("nobody reads this");
+    runDueSources();
+    EXPECT_EQ(quits, 1);
+}
+
 // A reader that sleeps must neither block the loop (the test would hang) nor make
 // it spin (runDueSources would not return), and wakes to whole lines and the newest.
 TEST_F(LinesFaceOverAPipe, ASlowReaderGetsWholeLinesAndTheNewest) {

@@ -16,6 +16,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <stdexcept>
 
 #include "tests/app/terminal/FakeMenu.h"
@@ -144,14 +145,15 @@ void runFace() {
     FakeMenu fake;
     fake.addToggle("Year");
     fake.add("Complain", MenuItem::Kind::toggle).setAction([] { std::fputs("cannot keep it\n", stderr); });
-    GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
+    const std::unique_ptr<GMainLoop, decltype(&g_main_loop_unref)> loop{g_main_loop_new(nullptr, FALSE),
+                                                                        &g_main_loop_unref};
     {
-        TerminalFace face([&] { g_main_loop_quit(loop); });
+        TerminalFace face([&] { g_main_loop_quit(loop.get()); });
         face.setOutlets(fake.outlets);
         const auto item = face.statusItemWithLength(-1.0);
         item->setTitle(" बैशाख ७");
         face.whenShown([&] { item->setTitle("shown"); });
-        g_main_loop_run(loop);
+        g_main_loop_run(loop.get());
     }
 }
 
