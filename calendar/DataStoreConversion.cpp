@@ -1,7 +1,9 @@
 // Conversion between BS and AD dates, by whole civil days.
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <chrono>
+#include <cstring>
 #include <utility>
 
 #include "calendar/DataStore.h"
@@ -35,11 +37,14 @@ std::uint64_t unsignedValue(std::string_view text, Field field) {
     return static_cast<std::uint64_t>(std::int64_t{fieldValue(text, field)});
 }
 
-/// What the embedded table says of one of its months, as numbers.
-struct MonthNumbers {
-    std::uint8_t length;         // days of the BS month
-    std::uint8_t adStartDay;     // the AD day on which it begins
-    std::uint8_t adStartLength;  // days of the AD month in which it begins
+/// What a conversion needs of one month of the embedded table: numbers, and the
+/// part of each result that is the same for all its days.
+struct MonthAtHand {
+    std::uint32_t length = 0;             // days of the BS month
+    std::uint32_t adStartDay = 0;         // the AD day on which it begins
+    std::uint32_t adStartLength = 0;      // days of the AD month in which it begins
+    std::array<char, 8> bsMonthYear{};    // "-MM-yyyy"
+    std::array<char, 8> adYearMonths[2];  // "yyyy-MM-" of its first day and of its last
 };
 
 constexpr std::string_view embeddedRecord(std::size_t index) {
@@ -55,16 +60,22 @@ constexpr std::int32_t adStartMonths(std::string_view record) {
 
 constexpr std::int32_t kFirstAdMonths = adStartMonths(embeddedRecord(0));
 
+constexpr std::array<char, 8> yearMonth(std::string_view yyyyMM) {
+    return {yyyyMM[0], yyyyMM[1], yyyyMM[2], yyyyMM[3], '-', yyyyMM[4], yyyyMM[5], '-'};
+}
+
 constexpr auto kMonths = [] {
-    std::array<MonthNumbers, kMonthCount> months{};
+    std::array<MonthAtHand, kMonthCount> months{};
     for (std::size_t i = 0; i < months.size(); ++i) {
         const std::string_view text = embeddedRecord(i);
         const std::chrono::year_month_day_last adMonth{
             std::chrono::year{fieldValue(text, record::kAdStartYear)} /
             std::chrono::month{static_cast<unsigned>(fieldValue(text, record::kAdStartMonth))} / std::chrono::last};
-        months[i] = {static_cast<std::uint8_t>(fieldValue(text, record::kBsNoOfDays)),
-                     static_cast<std::uint8_t>(fieldValue(text, record::kAdStartDay)),
-                     static_cast<std::uint8_t>(unsigned{adMonth.day()})};
+        months[i] = {static_cast<std::uint32_t>(fieldValue(text, record::kBsNoOfDays)),
+                     static_cast<std::uint32_t>(fieldValue(text, record::kAdStartDay)),
+                     unsigned{adMonth.day()},
+                     {'-', text[0], text[1], '-', text[2], text[3], text[4], text[5]},
+                     {yearMonth(fieldText(text, record::kAdStart)), yearMonth(fieldText(text, record::kAdEnd))}};
     }
     return months;
 }();
@@ -77,111 +88,121 @@ static_assert([] {
     return true;
 }());
 
-/// The number in two or four characters; beyond 9999 when one is not a digit.
-constexpr std::uint32_t kNoNumber = 10'000;
-std::uint32_t twoDigits(const char* text) {
-    const auto tens = static_cast<std::uint32_t>(text[0] - '0');
-    const auto ones = static_cast<std::uint32_t>(text[1] - '0');
-    return std::max(tens, ones) > 9 ? kNoNumber : tens * 10 + ones;
+/// Eight characters as four numbers of two digits.
+struct DigitPairs {
+    bool digits;  // all eight; otherwise the numbers mean nothing
+    std::uint32_t first, second, third, fourth;
+};
+
+/// All eight at once, a byte each of one word.
+DigitPairs digitPairs(const char* text) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text, sizeof word);
+    if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
+    constexpr std::uint64_t kEachByte = 0x0101010101010101;
+    word ^= kEachByte * '0';  // a digit's byte is now its value, any other byte 10 or more
+    const bool digits = (((word + kEachByte * (0x80 - 10)) | word) & kEachByte * 0x80) == 0;
+    const std::uint64_t pairs = word * 10 + (word >> 8);
+    const auto number = [&](int byte) { return static_cast<std::uint32_t>(pairs >> (8 * byte) & 0xFF); };
+    return {digits, number(0), number(2), number(4), number(6)};
 }
-std::uint32_t fourDigits(const char* text) {
-    const std::uint32_t high = twoDigits(text);
-    const std::uint32_t low = twoDigits(text + 2);
-    return high == kNoNumber || low == kNoNumber ? kNoNumber : high * 100 + low;
-}
 
-/// A day from 1 to 99 as two digits.
-void putTwoDigits(char* out, std::uint32_t day) {
-    out[0] = static_cast<char>('0' + day / 10);
-    out[1] = static_cast<char>('0' + day % 10);
-}
+// The two below give what the conversions further down give, for a day of the
+// embedded table that is written in plain digits; for any other text they tell
+// false. The
+// results fit into a string without an allocation and are written in place.
 
-/// The text of a result, which fits into a string without an allocation.
-using ResultText = std::array<char, 10>;
-
-// The two below write what the conversions further down give, for a day of the
-// embedded table that is written in plain digits. For any other text they tell 0;
-// else the length of the result.
-
-std::size_t tableDayBs2Ad(std::string_view bsDate, ResultText& text) {
-    const std::uint32_t day = twoDigits(bsDate.data());
-    const std::uint32_t month = twoDigits(bsDate.data() + 2);
-    const std::uint32_t year = fourDigits(bsDate.data() + 4);
-    if (month - 1 > 11) return 0;
+bool tableDayBs2Ad(std::string_view bsDate, std::optional<std::string>& result) {
+    const DigitPairs pairs = digitPairs(bsDate.data());
+    const std::uint32_t day = pairs.first;
+    const std::uint32_t month = pairs.second;
+    const std::uint32_t year = pairs.third * 100 + pairs.fourth;
+    if (!pairs.digits || month - 1 > 11) return false;
     const std::size_t index = std::size_t{year - static_cast<std::uint32_t>(kFirstBsYear)} * 12 + month - 1;
-    if (index >= kMonthCount) return 0;
-    const MonthNumbers& numbers = kMonths[index];
-    if (day - 1 >= numbers.length) return 0;
-    const std::uint32_t adDay = numbers.adStartDay + day - 1;
-    const bool inStartMonth = adDay <= numbers.adStartLength;
-    // "yyyyMM" stands in the record, of the month's first day and of its last.
-    const char* yearMonth = embeddedRecord(index).data() + (inStartMonth ? record::kAdStart : record::kAdEnd).position;
-    std::copy_n(yearMonth, 4, text.begin());
-    text[4] = '-';
-    std::copy_n(yearMonth + 4, 2, &text[5]);
-    text[7] = '-';
-    putTwoDigits(&text[8], inStartMonth ? adDay : adDay - numbers.adStartLength);
-    return text.size();
+    if (index >= kMonthCount) return false;
+    const MonthAtHand& atHand = kMonths[index];
+    if (day - 1 >= atHand.length) return false;
+    std::uint32_t adDay = atHand.adStartDay + day - 1;
+    const bool inEndMonth = adDay > atHand.adStartLength;
+    if (inEndMonth) adDay -= atHand.adStartLength;
+    char* const text = result.emplace("yyyy-MM-dd").data();
+    std::memcpy(text, atHand.adYearMonths[inEndMonth ? 1 : 0].data(), 8);
+    text[8] = static_cast<char>('0' + adDay / 10);
+    text[9] = static_cast<char>('0' + adDay % 10);
+    return true;
 }
 
-/// The day has two digits here: the first may have to go.
-std::size_t tableDayAd2Bs(std::string_view adDate, ResultText& text) {
-    const std::uint32_t year = fourDigits(adDate.data());
-    const std::uint32_t month = twoDigits(adDate.data() + 4);
-    const std::uint32_t day = twoDigits(adDate.data() + 6);
-    if (month - 1 > 11 || day == 0) return 0;
+bool tableDayAd2Bs(std::string_view adDate, std::optional<std::string>& result) {
+    const DigitPairs pairs = digitPairs(adDate.data());
+    const std::uint32_t year = pairs.first * 100 + pairs.second;
+    const std::uint32_t month = pairs.third;
+    const std::uint32_t day = pairs.fourth;
+    if (!pairs.digits || month - 1 > 11 || day == 0) return false;
     // The BS month that begins in this AD month, or the one before it.
     std::size_t index = std::size_t{year * 12 + month - 1 - static_cast<std::uint32_t>(kFirstAdMonths)};
-    if (index >= kMonthCount) return 0;
-    if (day > kMonths[index].adStartLength) return 0;
+    if (index >= kMonthCount) return false;
+    if (day > kMonths[index].adStartLength) return false;
     std::uint32_t bsDay = day + 1 - kMonths[index].adStartDay;
     if (day < kMonths[index].adStartDay) {
-        if (index == 0) return 0;
+        if (index == 0) return false;
         --index;
         bsDay = day + 1 + kMonths[index].adStartLength - kMonths[index].adStartDay;
     }
-    const char* monthYear = embeddedRecord(index).data();
-    putTwoDigits(text.data(), bsDay);
-    text[2] = '-';
-    std::copy_n(monthYear, 2, &text[3]);
-    text[5] = '-';
-    std::copy_n(monthYear + 2, 4, &text[6]);
-    return bsDay < 10 ? text.size() - 1 : text.size();
+    if (bsDay < 10) {
+        char* const text = result.emplace("d-MM-yyyy").data();
+        text[0] = static_cast<char>('0' + bsDay);
+        std::memcpy(text + 1, kMonths[index].bsMonthYear.data(), 8);
+    } else {
+        char* const text = result.emplace("dd-MM-yyyy").data();
+        text[0] = static_cast<char>('0' + bsDay / 10);
+        text[1] = static_cast<char>('0' + bsDay % 10);
+        std::memcpy(text + 2, kMonths[index].bsMonthYear.data(), 8);
+    }
+    return true;
+}
+
+// Any text and any table, by the record that the search finds. Kept out of the
+// conversions below: what it needs of the stack would cost each of them.
+
+std::string_view recordOf(const DataStore& store, std::uint64_t index) {
+    return index < store.dataArray().size() ? std::string_view{store.dataArray()[index]} : std::string_view{};
+}
+
+[[gnu::noinline]] void recordBs2Ad(const DataStore& store, std::string_view bsDate,
+                                   std::optional<std::string>& adDate) {
+    const std::string_view record = recordOf(store, store.findIndexByBs(bsDate));
+    const std::int32_t day = fieldValue(bsDate, bsText::kDay);
+    if (unsignedValue(bsDate, bsText::kDay) > unsignedValue(record, record::kBsNoOfDays)) return;
+    const std::chrono::year_month_day date{firstDay(record) + days{day - 1}};
+    adDate = padded(static_cast<std::uint64_t>(int{date.year()}), 4) + "-" + padded(unsigned{date.month()}, 2) + "-" +
+             padded(unsigned{date.day()}, 2);
+}
+
+[[gnu::noinline]] void recordAd2Bs(const DataStore& store, std::string_view adDate,
+                                   std::optional<std::string>& bsDate) {
+    const std::string_view record = recordOf(store, store.findIndexByAd(adDate));
+    const std::uint64_t monthLength =
+        store.getNoOfDaysInMonth(unsignedValue(adDate, adText::kYear), unsignedValue(adDate, adText::kMonth));
+    if (unsignedValue(adDate, adText::kDay) > monthLength) return;
+    const days distance = civilDay(adDate) - firstDay(record);
+    bsDate = std::to_string(std::chrono::abs(distance).count() + 1) + "-" +
+             std::string{fieldText(record, record::kBsMonth)} + "-" + std::string{fieldText(record, record::kBsYear)};
 }
 
 }  // namespace
 
 std::optional<std::string> DataStore::convertBs2Ad(std::string_view bsDate) const {
-    if (bsDate.size() < bsText::kLength) return std::nullopt;
-    if (isEmbeddedTable_) {
-        ResultText text;
-        if (tableDayBs2Ad(bsDate, text) > 0) {
-            return std::optional<std::string>{std::in_place, text.data(), text.size()};
-        }
-    }
-    const std::string record = recordAt(findIndexByBs(bsDate));
-    const std::int32_t day = fieldValue(bsDate, bsText::kDay);
-    if (unsignedValue(bsDate, bsText::kDay) > unsignedValue(record, record::kBsNoOfDays)) return std::nullopt;
-    const std::chrono::year_month_day date{firstDay(record) + days{day - 1}};
-    return padded(static_cast<std::uint64_t>(int{date.year()}), 4) + "-" + padded(unsigned{date.month()}, 2) + "-" +
-           padded(unsigned{date.day()}, 2);
+    std::optional<std::string> adDate;
+    if (bsDate.size() < bsText::kLength) return adDate;
+    if (!isEmbeddedTable_ || !tableDayBs2Ad(bsDate, adDate)) recordBs2Ad(*this, bsDate, adDate);
+    return adDate;
 }
 
 std::optional<std::string> DataStore::convertAd2Bs(std::string_view adDate) const {
-    if (adDate.size() < adText::kLength) return std::nullopt;
-    if (isEmbeddedTable_) {
-        ResultText text;
-        if (const std::size_t length = tableDayAd2Bs(adDate, text); length > 0) {
-            return std::optional<std::string>{std::in_place, text.data() + text.size() - length, length};
-        }
-    }
-    const std::string record = recordAt(findIndexByAd(adDate));
-    const std::uint64_t monthLength =
-        getNoOfDaysInMonth(unsignedValue(adDate, adText::kYear), unsignedValue(adDate, adText::kMonth));
-    if (unsignedValue(adDate, adText::kDay) > monthLength) return std::nullopt;
-    const days distance = civilDay(adDate) - firstDay(record);
-    return std::to_string(std::chrono::abs(distance).count() + 1) + "-" +
-           std::string{fieldText(record, record::kBsMonth)} + "-" + std::string{fieldText(record, record::kBsYear)};
+    std::optional<std::string> bsDate;
+    if (adDate.size() < adText::kLength) return bsDate;
+    if (!isEmbeddedTable_ || !tableDayAd2Bs(adDate, bsDate)) recordAd2Bs(*this, adDate, bsDate);
+    return bsDate;
 }
 
 std::uint64_t DataStore::getWeekDayByAd(std::string_view adDate) const {
