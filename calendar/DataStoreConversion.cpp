@@ -1,10 +1,8 @@
 // Conversion between BS and AD dates, by whole civil days.
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <chrono>
 #include <cstring>
-#include <utility>
 
 #include "calendar/DataStore.h"
 #include "calendar/DataStoreFunctions.h"
@@ -40,11 +38,11 @@ std::uint64_t unsignedValue(std::string_view text, Field field) {
 /// What a conversion needs of one month of the embedded table: numbers, and the
 /// part of each result that is the same for all its days.
 struct MonthAtHand {
-    std::uint32_t length = 0;             // days of the BS month
-    std::uint32_t adStartDay = 0;         // the AD day on which it begins
-    std::uint32_t adStartLength = 0;      // days of the AD month in which it begins
-    std::array<char, 8> bsMonthYear{};    // "-MM-yyyy"
-    std::array<char, 8> adYearMonths[2];  // "yyyy-MM-" of its first day and of its last
+    std::uint32_t length = 0;                           // days of the BS month
+    std::uint32_t adStartDay = 0;                       // the AD day on which it begins
+    std::uint32_t adStartLength = 0;                    // days of the AD month in which it begins
+    std::array<char, 8> bsMonthYear{};                  // "-MM-yyyy"
+    std::array<std::array<char, 8>, 2> adYearMonths{};  // "yyyy-MM-" of its first day and of its last
 };
 
 constexpr std::string_view embeddedRecord(std::size_t index) {
@@ -75,7 +73,7 @@ constexpr auto kMonths = [] {
                      static_cast<std::uint32_t>(fieldValue(text, record::kAdStartDay)),
                      unsigned{adMonth.day()},
                      {'-', text[0], text[1], '-', text[2], text[3], text[4], text[5]},
-                     {yearMonth(fieldText(text, record::kAdStart)), yearMonth(fieldText(text, record::kAdEnd))}};
+                     {{yearMonth(fieldText(text, record::kAdStart)), yearMonth(fieldText(text, record::kAdEnd))}}};
     }
     return months;
 }();
@@ -109,8 +107,7 @@ DigitPairs digitPairs(const char* text) {
 
 // The two below give what the conversions further down give, for a day of the
 // embedded table that is written in plain digits; for any other text they tell
-// false. The
-// results fit into a string without an allocation and are written in place.
+// false. A result fits into a string without an allocation.
 
 bool tableDayBs2Ad(std::string_view bsDate, std::optional<std::string>& result) {
     const DigitPairs pairs = digitPairs(bsDate.data());
