@@ -25,7 +25,7 @@ constexpr const char* kClearIcon = RESOURCES "/transparent.png";
 constexpr const char* kGnome = "org.gnome.Shell";
 
 ImagePtr picture(int width, int height) {
-    const std::size_t count = static_cast<std::size_t>(width * height);
+    const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     auto image = std::make_shared<Image>(Image{"/somewhere/picture.png", width, height, {}});
     for (std::size_t i = 0; i < count; ++i) image->pixels.insert(image->pixels.end(), {0xFF, 0, 0x20, 0xFF});
     return image;
