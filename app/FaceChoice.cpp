@@ -1,5 +1,7 @@
 #include "app/FaceChoice.h"
 
+#include "i18n/Translation.h"
+
 namespace dinmala {
 
 std::optional<FaceChoice> chooseFace(const Surroundings& around) {
@@ -12,8 +14,8 @@ std::optional<FaceChoice> chooseFace(const Surroundings& around) {
     if (around.hasWatcher) return FaceChoice{FaceKind::panel, ""};
     if (around.onTerminal) {
         return FaceChoice{FaceKind::terminal, around.hasSessionBus
-                                                  ? "no panel takes status items here, so this is the terminal face"
-                                                  : "there is no session bus, so this is the terminal face"};
+                                                  ? tr("no panel takes status items here, so this is the terminal face")
+                                                  : tr("there is no session bus, so this is the terminal face")};
     }
     return FaceChoice{around.hasSessionBus ? FaceKind::panel : FaceKind::lines, ""};
 }

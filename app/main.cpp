@@ -27,23 +27,26 @@
 #include "app/platform/linux/SessionBus.h"
 #include "app/platform/terminal/LinesFace.h"
 #include "app/platform/terminal/TerminalFace.h"
+#include "i18n/Translation.h"
 
 namespace dinmala {
 namespace {
 
 constexpr int kUsageError = 2;
 
-constexpr const char* kHelp =
-    "Dinmala shows today's Bikram Sambat date, with Nepal's time, the tithi and the\n"
-    "day's festivals, in the desktop's panel.\n"
-    "\n"
-    "usage: dinmala [--help | --version]\n"
-    "\n"
-    "DINMALA_FACE chooses what it shows:\n"
-    "  panel     an item in the panel, with a menu\n"
-    "  terminal  the same in this terminal, operated by keys\n"
-    "  lines     the title as a line of text at every refresh, for bars and scripts\n"
-    "Unset, it takes the panel where there is one, else the terminal.\n";
+std::string help() {
+    return tr(
+        "Dinmala shows today's Bikram Sambat date, with Nepal's time, the tithi and the\n"
+        "day's festivals, in the desktop's panel.\n"
+        "\n"
+        "usage: dinmala [--help | --version]\n"
+        "\n"
+        "DINMALA_FACE chooses what it shows:\n"
+        "  panel     an item in the panel, with a menu\n"
+        "  terminal  the same in this terminal, operated by keys\n"
+        "  lines     the title as a line of text at every refresh, for bars and scripts\n"
+        "Unset, it takes the panel where there is one, else the terminal.\n");
+}
 
 void say(const std::string& message) { std::cerr << "dinmala: " << message << std::endl; }
 
@@ -65,7 +68,7 @@ std::string language() {
 
 std::string interfaceDefinition(const Bundle& bundle) {
     const auto path = bundle.pathForResource("MainMenu", "json");
-    if (!path) throw InterfaceError("the interface definition is missing; please reinstall");
+    if (!path) throw InterfaceError(tr("the interface definition is missing; please reinstall"));
     std::ostringstream text;
     text << std::ifstream{*path}.rdbuf();
     return text.str();
@@ -105,7 +108,7 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
             return path ? loadImage(*path) : nullptr;
         };
         face = std::make_unique<PanelFace>(bus, std::move(resources), [&] {
-            say("the session bus has gone");
+            say(tr("the session bus has gone"));
             status = EXIT_FAILURE;
             loop.quit();
         });
@@ -127,8 +130,9 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
     platform.statusItemWithLength = [&](double length) { return face->statusItemWithLength(length); };
     platform.loadImage = loadImage;
     platform.readPropertyList = readPropertyList;
-    const std::string fetch = Glib::build_filename(Glib::path_get_dirname(bundle.bundlePath), "dinmala-fetch");
-    platform.httpGet = [fetch](const std::string& url) { return httpGetByChild(fetch, url); };
+    platform.httpGet = [fetch = fetchHelper(bundle.bundlePath)](const std::string& url) {
+        return httpGetByChild(fetch, url);
+    };
     platform.openUrl = [&](const std::string& url) { openUrl(url, tell); };
 
     AppDelegate delegate{std::move(platform), interface.outlets()};
@@ -152,7 +156,6 @@ Glib::RefPtr<Gio::DBus::Connection> sessionBus() {
 
 int start() {
     const bool hasOutput = openStandardDescriptors();
-    setLocale();
     Gio::init();
     const Glib::RefPtr<Gio::DBus::Connection> bus = sessionBus();
     Surroundings around;
@@ -163,17 +166,17 @@ int start() {
 
     const auto choice = chooseFace(around);
     if (!choice) {
-        say("there is no face \"" + *around.asked + "\"; DINMALA_FACE is panel, terminal or lines");
+        say(tr("there is no face \"{1}\"; DINMALA_FACE is panel, terminal or lines", {*around.asked}));
         return kUsageError;
     }
     if (!choice->why.empty()) say(choice->why);
     if (choice->kind == FaceKind::panel) {
         if (!bus) {
-            say("there is no session bus, and the panel is reached through it");
+            say(tr("there is no session bus, and the panel is reached through it"));
             return EXIT_FAILURE;
         }
         if (!claimInstance(bus)) {
-            say("is running already");
+            say(tr("is running already"));
             return EXIT_SUCCESS;
         }
     }
@@ -184,9 +187,11 @@ int start() {
 }  // namespace dinmala
 
 int main(int argc, char** argv) {
+    dinmala::setLocale();
+    dinmala::openTranslations();
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--help") == 0) {
-            std::fputs(dinmala::kHelp, stdout);
+            std::fputs(dinmala::help().c_str(), stdout);
             return EXIT_SUCCESS;
         }
         if (std::strcmp(argv[i], "--version") == 0) {

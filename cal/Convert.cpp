@@ -9,7 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "cal/Complain.h"
 #include "cal/Json.h"
+#include "i18n/Translation.h"
 
 namespace dinmala::cal {
 
@@ -24,7 +26,7 @@ bool writeAll(int to, std::string& text) {
         const ssize_t written = ::write(to, rest.data(), rest.size());
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) {
-            std::fprintf(stderr, "dinmala-cal: cannot write: %s\n", std::strerror(errno));
+            complain(tr("cannot write: {1}", {std::strerror(errno)}));
             return false;
         }
         rest.remove_prefix(static_cast<std::size_t>(written));
@@ -53,9 +55,9 @@ public:
         if (day) {
             appendConverted(out, *day, finder_, settings_);
         } else {
-            const std::string problem = text.empty() ? "the line is empty" : finder_.problemWith(text, settings_.from);
-            std::fprintf(stderr, "dinmala-cal: line %llu: %s\n", static_cast<unsigned long long>(number_),
-                         problem.c_str());
+            const std::string problem =
+                text.empty() ? tr("the line is empty") : finder_.problemWith(text, settings_.from);
+            complain(tr("line {1}: {2}", {std::to_string(number_), problem}));
             if (settings_.json) {
                 const Json json{{"line", number_}, {"error", problem}};
                 out += json.dump(-1, ' ', false, Json::error_handler_t::replace);
@@ -101,7 +103,7 @@ int convertStream(const DayFinder& finder, const Settings& settings, int from, i
         const ssize_t got = ::read(from, buffer.data() + kept, kReadSize);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) {
-            std::fprintf(stderr, "dinmala-cal: cannot read: %s\n", std::strerror(errno));
+            complain(tr("cannot read: {1}", {std::strerror(errno)}));
             readWell = false;
         }
         if (got <= 0) break;

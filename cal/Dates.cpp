@@ -5,6 +5,7 @@
 
 #include "calendar/DataStoreFunctions.h"
 #include "calendar/MonthRecord.h"
+#include "i18n/Translation.h"
 
 namespace dinmala::cal {
 
@@ -159,10 +160,10 @@ std::optional<Day> DayFinder::find(std::string_view text, Calendar calendar) con
 
 std::string DayFinder::problemWith(std::string_view text, Calendar calendar) const {
     const auto date = readDate(text);
-    if (!date) return shownText(text) + " is not a date such as 2070-01-31";
+    if (!date) return tr("{1} is not a date such as 2070-01-31", {shownText(text)});
     const bool ad = calendar == Calendar::Ad;
     const std::string name = (ad ? "AD " : "BS ") + dateText(*date);
-    if (!isMonth(date->month)) return name + ": there is no month " + std::to_string(date->month);
+    if (!isMonth(date->month)) return tr("{1}: there is no month {2}", {name, std::to_string(date->month)});
     const bool coversYear = ad || (date->year >= firstBsYear_ && date->year <= lastBsYear_);
     std::uint64_t length = 0;
     if (ad) {
@@ -174,13 +175,14 @@ std::string DayFinder::problemWith(std::string_view text, Calendar calendar) con
         length = static_cast<std::uint64_t>(fieldValue(record, record::kBsNoOfDays));
     }
     if (length > 0 && (date->day < 1 || static_cast<std::uint64_t>(date->day) > length)) {
-        return name + ": the month has days 1 to " + std::to_string(length);
+        return tr("{1}: the month has days 1 to {2}", {name, std::to_string(length)});
     }
     const auto dashed = [](std::int32_t number) {
         return dateText({number / 10000, number / 100 % 100, number % 100});
     };
-    if (ad) return name + " lies outside the table, AD " + dashed(firstAd_) + " to " + dashed(lastAd_);
-    return name + " lies outside the table, BS " + std::to_string(firstBsYear_) + " to " + std::to_string(lastBsYear_);
+    if (ad) return tr("{1} lies outside the table, AD {2} to {3}", {name, dashed(firstAd_), dashed(lastAd_)});
+    return tr("{1} lies outside the table, BS {2} to {3}",
+              {name, std::to_string(firstBsYear_), std::to_string(lastBsYear_)});
 }
 
 std::uint64_t DayFinder::weekDay(const Day& day) const {

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <string>
 
+#include "cal/Complain.h"
 #include "cal/Convert.h"
 #include "cal/Dates.h"
 #include "cal/Json.h"
@@ -20,6 +21,7 @@
 #include "calendar/DataStore.h"
 #include "calendar/MonthRecord.h"
 #include "calendar/TimeZone.h"
+#include "i18n/Translation.h"
 
 namespace {
 
@@ -31,13 +33,13 @@ constexpr int kBad = 1;    // a date, a line or a year that has no answer
 constexpr int kUsage = 2;  // the command line cannot be understood
 
 int say(const std::string& message) {
-    std::fprintf(stderr, "dinmala-cal: %s\n", message.c_str());
+    complain(message);
     return kBad;
 }
 
 int print(const std::string& text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0) return kGood;
-    return say(std::string{"cannot write: "} + std::strerror(errno));
+    return say(tr("cannot write: {1}", {std::strerror(errno)}));
 }
 
 /// As given on the command line, not yet read.
@@ -75,17 +77,17 @@ std::optional<Day> today(const DataStore& store, const DayFinder& finder) {
 
 int showCalendar(DataStore& store, const Arguments& arguments, const Settings& settings) {
     if (arguments.year.empty()) {
-        if (!store.coversToday()) return say("today lies outside the table; choose a year");
+        if (!store.coversToday()) return say(tr("today lies outside the table; choose a year"));
         return print(monthText(store, static_cast<std::int32_t>(store.currentBSYear()),
                                static_cast<std::int32_t>(store.currentBSMonth()), settings));
     }
     const DayFinder finder{store};
     const auto year = readNumber(arguments.year);
-    if (!year) return say(shownText(arguments.year) + " is not a BS year such as 2070");
+    if (!year) return say(tr("{1} is not a BS year such as 2070", {shownText(arguments.year)}));
     const auto month = arguments.month.empty() ? 1 : readNumber(arguments.month);
-    if (!month) return say(shownText(arguments.month) + " is not a month, 1 to 12");
+    if (!month) return say(tr("{1} is not a month, 1 to 12", {shownText(arguments.month)}));
     if (const Date first{*year, *month, 1}; !finder.find(first, Calendar::Bs)) {
-        if (*month < 1 || *month > 12) return say(shownText(arguments.month) + " is not a month, 1 to 12");
+        if (*month < 1 || *month > 12) return say(tr("{1} is not a month, 1 to 12", {shownText(arguments.month)}));
         return say(finder.problemWith(dateText(first), Calendar::Bs));
     }
     return print(arguments.month.empty() ? yearText(store, *year, settings)
@@ -107,7 +109,7 @@ int convert(const DataStore& store, const Arguments& arguments, const Settings& 
 int weekDay(const DataStore& store, const Arguments& arguments, const Settings& settings) {
     const DayFinder finder{store};
     const auto day = arguments.day.empty() ? today(store, finder) : finder.find(arguments.day, settings.from);
-    if (!day && arguments.day.empty()) return say("today lies outside the table; choose a date");
+    if (!day && arguments.day.empty()) return say(tr("today lies outside the table; choose a date"));
     if (!day) return say(finder.problemWith(arguments.day, settings.from));
     const std::uint64_t number = finder.weekDay(*day);
     if (!settings.json) return print(std::string{weekDayName(number, settings.nepali)} + "\n");
@@ -118,8 +120,12 @@ int weekDay(const DataStore& store, const Arguments& arguments, const Settings& 
 }
 
 int noList(const DataStore& store, Almanac almanac, std::int32_t year) {
-    return say(std::string{"there is no list of "} + (almanac == Almanac::Events ? "events" : "tithis") + " for BS " +
-               std::to_string(year) + "; there are lists for " + yearsWithList(store, almanac));
+    const std::string text = almanac == Almanac::Events
+                                 ? tr("there is no list of events for BS {1}; there are lists for {2}",
+                                      {std::to_string(year), yearsWithList(store, almanac)})
+                                 : tr("there is no list of tithis for BS {1}; there are lists for {2}",
+                                      {std::to_string(year), yearsWithList(store, almanac)});
+    return say(text);
 }
 
 int almanacList(const DataStore& store, Almanac almanac, const Arguments& arguments, const Settings& settings) {
@@ -130,7 +136,7 @@ int almanacList(const DataStore& store, Almanac almanac, const Arguments& argume
     const DayFinder finder{store};
     const bool none = arguments.yearOrDay.empty();
     const auto day = none ? today(store, finder) : finder.find(arguments.yearOrDay, settings.from);
-    if (!day && none) return say("today lies outside the table; choose a year or a date");
+    if (!day && none) return say(tr("today lies outside the table; choose a year or a date"));
     if (!day) return say(finder.problemWith(arguments.yearOrDay, settings.from));
     const auto text = dayList(store, almanac, *day, settings);
     return text ? print(*text) : noList(store, almanac, day->bs.year);
@@ -138,7 +144,7 @@ int almanacList(const DataStore& store, Almanac almanac, const Arguments& argume
 
 int upcoming(const DataStore& store, const Arguments& arguments, const Settings& settings) {
     const auto day = today(store, DayFinder{store});
-    if (!day) return say("today lies outside the table; choose a day with --date");
+    if (!day) return say(tr("today lies outside the table; choose a day with --date"));
     if (arguments.important) return print(importantList(store, *day, settings));
     const auto text = upcomingList(store, *day, settings);
     return text ? print(*text) : noList(store, Almanac::Events, day->bs.year);
@@ -154,46 +160,52 @@ Clock noonOf(const Day& day) {
 }
 
 int run(int argc, char** argv) {
-    CLI::App app{
-        "The Bikram Sambat calendar in a terminal.\n"
-        "Without a command: this month, or the YEAR, or its MONTH (1 to 12), of Bikram Sambat.",
-        "dinmala-cal"};
+    CLI::App app{tr("The Bikram Sambat calendar in a terminal.\n"
+                    "Without a command: this month, or the YEAR, or its MONTH (1 to 12), of Bikram Sambat."),
+                 "dinmala-cal"};
     Arguments arguments;
-    app.set_version_flag("--version", std::string{"dinmala-cal "} + DINMALA_VERSION);
-    app.add_option("YEAR", arguments.year, "a BS year, 1999 to 2099")->option_text("");
-    app.add_option("MONTH", arguments.month, "a BS month of that year")->option_text("");
-    app.add_flag("--json", arguments.json, "write JSON: Western digits, dates as yyyy-MM-dd");
-    app.add_option("--from", arguments.from, "the calendar in which DATE is given: ad (as without) or bs")
+    for (const auto& [word, told] :
+         {std::pair{"Usage", tr("Usage")}, std::pair{"OPTIONS", tr("OPTIONS")}, std::pair{"SUBCOMMAND", tr("COMMAND")},
+          std::pair{"Positionals", tr("Positionals")}}) {
+        app.get_formatter()->label(word, told);
+    }
+    app.option_defaults()->group(tr("Options"));
+    app.set_help_flag("-h,--help", tr("tell the options and end"));
+    app.set_version_flag("--version", std::string{"dinmala-cal "} + DINMALA_VERSION, tr("tell the version and end"));
+    app.add_option("YEAR", arguments.year, tr("a BS year, 1999 to 2099"))->option_text(" ");
+    app.add_option("MONTH", arguments.month, tr("a BS month of that year"))->option_text(" ");
+    app.add_flag("--json", arguments.json, tr("write JSON: Western digits, dates as yyyy-MM-dd"));
+    app.add_option("--from", arguments.from, tr("the calendar in which DATE is given: ad (as without) or bs"))
         ->check(CLI::IsMember({"ad", "bs"}))
         ->option_text("ad|bs");
-    app.add_option("--date", arguments.date, "stand on this day in place of today")->option_text("DATE");
-    app.add_option("--digits", arguments.digits, "the digits of BS numbers")
+    app.add_option("--date", arguments.date, tr("stand on this day in place of today"))->option_text("DATE");
+    app.add_option("--digits", arguments.digits, tr("the digits of BS numbers"))
         ->check(CLI::IsMember({"devanagari", "western"}))
         ->option_text("devanagari|western");
-    app.add_option("--lang", arguments.language, "the language of months and weekdays: ne (as without) or en")
+    app.add_option("--lang", arguments.language, tr("the language of months and weekdays: ne (as without) or en"))
         ->check(CLI::IsMember({"ne", "en"}))
         ->option_text("ne|en");
     app.require_subcommand(0, 1);
-    app.footer("A DATE is yyyy-MM-dd. More in dinmala-cal(1).");
+    app.footer(tr("A DATE is yyyy-MM-dd. More in dinmala-cal(1)."));
 
-    const auto command = [&](const char* name, const char* about) {
+    const auto command = [&](const char* name, const std::string& about) {
         CLI::App* subcommand = app.add_subcommand(name, about);
         subcommand->fallthrough();
+        subcommand->group(tr("Commands"));
         return subcommand;
     };
-    CLI::App* convertCommand = command("convert",
-                                       "AD to BS, or with --from bs to AD: DATE, or a date a line of "
-                                       "standard input");
-    convertCommand->add_option("DATE", arguments.day, "yyyy-MM-dd; without it, or with -, standard input")
+    CLI::App* convertCommand = command("convert", tr("AD to BS, or with --from bs to AD: DATE, or a date a line of "
+                                                     "standard input"));
+    convertCommand->add_option("DATE", arguments.day, tr("yyyy-MM-dd; without it, or with -, standard input"))
         ->option_text("");
-    CLI::App* weekDayCommand = command("weekday", "the weekday of DATE, or of today");
+    CLI::App* weekDayCommand = command("weekday", tr("the weekday of DATE, or of today"));
     weekDayCommand->add_option("DATE", arguments.day, "yyyy-MM-dd")->option_text("");
-    CLI::App* eventsCommand = command("events", "the events of a BS YEAR or of DATE, or of today");
-    eventsCommand->add_option("YEAR|DATE", arguments.yearOrDay, "a BS year, or yyyy-MM-dd")->option_text("");
-    CLI::App* tithiCommand = command("tithi", "the tithis of a BS YEAR or of DATE, or of today");
-    tithiCommand->add_option("YEAR|DATE", arguments.yearOrDay, "a BS year, or yyyy-MM-dd")->option_text("");
-    CLI::App* upcomingCommand = command("upcoming", "the events still to come in this BS year");
-    upcomingCommand->add_flag("--important", arguments.important, "the important ones, from their own list");
+    CLI::App* eventsCommand = command("events", tr("the events of a BS YEAR or of DATE, or of today"));
+    eventsCommand->add_option("YEAR|DATE", arguments.yearOrDay, tr("a BS year, or yyyy-MM-dd"))->option_text("");
+    CLI::App* tithiCommand = command("tithi", tr("the tithis of a BS YEAR or of DATE, or of today"));
+    tithiCommand->add_option("YEAR|DATE", arguments.yearOrDay, tr("a BS year, or yyyy-MM-dd"))->option_text("");
+    CLI::App* upcomingCommand = command("upcoming", tr("the events still to come in this BS year"));
+    upcomingCommand->add_flag("--important", arguments.important, tr("the important ones, from their own list"));
 
     try {
         app.parse(argc, argv);
@@ -201,7 +213,7 @@ int run(int argc, char** argv) {
         return app.exit(error) == 0 ? kGood : kUsage;
     }
     if (!app.get_subcommands().empty() && !arguments.year.empty()) {
-        say("too much is given: " + shownText(arguments.year));
+        say(tr("too much is given: {1}", {shownText(arguments.year)}));
         return kUsage;
     }
 
@@ -225,6 +237,8 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    std::setlocale(LC_MESSAGES, "");
     std::setlocale(LC_CTYPE, "C.UTF-8");  // for wcwidth(); what is written is UTF-8 in every locale
+    openTranslations();
     return run(argc, argv);
 }

@@ -13,6 +13,8 @@
 #include <tuple>
 #include <utility>
 
+#include "i18n/Translation.h"
+
 namespace dinmala {
 namespace {
 
@@ -155,18 +157,18 @@ std::optional<std::string> AutostartLoginItems::resolve(const LoginItemRef& entr
 
 bool AutostartLoginItems::append(const std::string& path) {
     const auto fail = [&](const std::string& why) {
-        tell_("Dinmala will not start at login: " + why);
+        tell_(tr("Dinmala will not start at login: {1}", {why}));
         return false;
     };
     if (!g_path_is_absolute(path.c_str()) || g_utf8_validate(path.c_str(), -1, nullptr) == FALSE) {
-        return fail("the path of the program is not an absolute path in UTF-8");
+        return fail(tr("the path of the program is not an absolute path in UTF-8"));
     }
     if (const int error = makeFolder(folder_); error != 0) {
-        return fail("the folder " + folder_ + " cannot be made: " + errorText(error));
+        return fail(tr("the folder {1} cannot be made: {2}", {folder_, errorText(error)}));
     }
     std::vector<Entry> entries;
     int error = listEntries(folder_, entries);
-    if (error != 0) return fail("the folder " + folder_ + " cannot be read: " + errorText(error));
+    if (error != 0) return fail(tr("the folder {1} cannot be read: {2}", {folder_, errorText(error)}));
 
     PendingFile file(folder_, desktopEntry(path, icon_), 0644);
     error = file.error();
@@ -177,14 +179,14 @@ bool AutostartLoginItems::append(const std::string& path) {
         if (error == 0) return true;
         if (error == EEXIST && number < 1000) error = 0;
     }
-    return fail("no file can be written in " + folder_ + ": " + errorText(error));
+    return fail(tr("no file can be written in {1}: {2}", {folder_, errorText(error)}));
 }
 
 bool AutostartLoginItems::remove(const LoginItemRef& entry) {
     const std::string path = folder_ + "/" + entry.id;
     const int error = unlink(path.c_str()) == 0 ? 0 : errno;
     if (error == 0 || error == ENOENT) return true;
-    tell_("Dinmala will still start at login: " + path + " cannot be removed: " + errorText(error));
+    tell_(tr("Dinmala will still start at login: {1} cannot be removed: {2}", {path, errorText(error)}));
     return false;
 }
 

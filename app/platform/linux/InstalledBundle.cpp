@@ -40,6 +40,13 @@ std::string resourcesFolder(const std::filesystem::path& executable) {
 
 }  // namespace
 
+std::string fetchHelper(const std::string& executable) {
+    const std::filesystem::path folder = std::filesystem::path{executable}.parent_path();
+    std::error_code error;
+    if (const auto beside = folder / "dinmala-fetch"; std::filesystem::exists(beside, error)) return beside.string();
+    return (folder / "../libexec/dinmala/dinmala-fetch").lexically_normal().string();
+}
+
 Bundle makeBundle() {
     const std::string executable = ownExecutable();
     Bundle bundle = makeBundle(executable, resourcesFolder(executable));

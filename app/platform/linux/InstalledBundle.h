@@ -19,4 +19,8 @@ namespace dinmala {
 /// not asked.
 [[nodiscard]] Bundle makeBundle(std::string executable, std::string resources);
 
+/// The path of dinmala-fetch: beside the executable (the build tree), else in
+/// `../libexec/dinmala`.
+[[nodiscard]] std::string fetchHelper(const std::string& executable);
+
 }  // namespace dinmala

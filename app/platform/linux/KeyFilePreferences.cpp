@@ -9,6 +9,8 @@
 #include <memory>
 #include <utility>
 
+#include "i18n/Translation.h"
+
 namespace dinmala {
 namespace {
 
@@ -85,12 +87,13 @@ bool KeyFilePreferences::synchronize() {
 
     const std::string target = followLinks(path_);
     if (const int error = makeFolder(folderOf(target)); error != 0) {
-        return fail("the folder " + folderOf(target) + " cannot be made: " + errorText(error));
+        return fail(tr("the folder {1} cannot be made: {2}", {folderOf(target), errorText(error)}));
     }
     // The file is read again, so that what was written there meanwhile survives.
     const FileText old = readFile(target, kLimit);
     const bool absent = old.error == ENOENT;
-    if (!old.ok() && !absent) return fail(target + " cannot be read and is left alone: " + errorText(old.error));
+    if (!old.ok() && !absent)
+        return fail(tr("{1} cannot be read and is left alone: {2}", {target, errorText(old.error)}));
     KeyFile file = parse(old.text);
     const bool corrupt = !file;
     if (corrupt) file = parse("");
@@ -104,7 +107,7 @@ bool KeyFilePreferences::synchronize() {
     int error = saved.error();
     if (error == 0 && corrupt) error = keepAside(target);
     if (error == 0) error = saved.moveTo(target);
-    if (error != 0) return fail(target + " cannot be written: " + errorText(error));
+    if (error != 0) return fail(tr("{1} cannot be written: {2}", {target, errorText(error)}));
 
     unsaved_.clear();
     lastFailure_.clear();
@@ -113,7 +116,7 @@ bool KeyFilePreferences::synchronize() {
 
 bool KeyFilePreferences::fail(const std::string& message) {
     if (message != lastFailure_ && tell_)
-        tell_("What you chose to show holds until Dinmala ends, but was not saved: " + message);
+        tell_(tr("What you chose to show holds until Dinmala ends, but was not saved: {1}", {message}));
     lastFailure_ = message;
     return false;
 }
