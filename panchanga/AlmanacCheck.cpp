@@ -42,24 +42,16 @@ auto read(const std::string& root, const std::string& path, Make make) {
 /// `2013-10-14 | 62 | source | why the list differs`
 std::vector<DatedFact> readDatedFacts(std::istream& file, const std::string& fileName) {
     std::vector<DatedFact> facts;
-    std::string line;
-    for (int number = 1; std::getline(file, line); ++number) {
-        if (line.empty() || line.front() == '#') {
-            continue;
+    readRules(file, fileName, [&](std::string_view text, int) {
+        const std::vector<std::string_view> fields = split(text, '|');
+        if (fields.size() != 3 && fields.size() != 4) {
+            throw std::string("a line is 'date | id | source', with '| why the list differs' where it does");
         }
-        const std::vector<std::string_view> fields = split(line, '|');
-        try {
-            if (fields.size() != 3 && fields.size() != 4) {
-                throw std::string("a line is 'date | id | source', with '| why the list differs' where it does");
-            }
-            Words date{fields[0]};
-            Words id{fields[1]};
-            facts.push_back({date.adDate(), id.number("id", 1, 999), std::string(fields[2]),
-                             fields.size() == 4 ? std::string(fields[3]) : std::string{}});
-        } catch (const std::string& complaint) {
-            throw FileError{fileName + ":" + std::to_string(number) + ": " + complaint};
-        }
-    }
+        Words date{fields[0]};
+        Words id{fields[1]};
+        facts.push_back({date.adDate(), id.number("id", 1, 999), std::string(fields[2]),
+                         fields.size() == 4 ? std::string(fields[3]) : std::string{}});
+    });
     return facts;
 }
 

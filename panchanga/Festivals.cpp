@@ -299,29 +299,20 @@ BsCalendar::Date BsCalendar::date(sys_days day) const {
 }
 
 Festivals::Festivals(std::istream& rules, const std::string& fileName) {
-    std::string line;
-    for (int number = 1; std::getline(rules, line); ++number) {
-        const std::string_view text = trimmed(line);
-        if (text.empty() || text.front() == '#') {
-            continue;
+    readRules(rules, fileName, [&](std::string_view text, int number) {
+        Festival festival = readFestival(text);
+        festival.line = number;
+        if (festival.kind == Festival::Kind::withOther && !festivals_.contains(festival.other)) {
+            throw std::string("goes by the day of an id that has no line above");
         }
-        try {
-            Festival festival = readFestival(text);
-            festival.line = number;
-            if (festival.kind == Festival::Kind::withOther && !festivals_.contains(festival.other)) {
-                throw std::string("goes by the day of an id that has no line above");
-            }
-            if (festival.sameAs != 0 &&
-                (!festivals_.contains(festival.sameAs) || festivals_.at(festival.sameAs).sameAs != 0)) {
-                throw std::string("is another name of an id that has no line above, or is one itself");
-            }
-            if (!festivals_.emplace(festival.id, festival).second) {
-                throw "id " + std::to_string(festival.id) + " has a line already";
-            }
-        } catch (const std::string& complaint) {
-            throw FileError{fileName + ":" + std::to_string(number) + ": " + complaint};
+        if (festival.sameAs != 0 &&
+            (!festivals_.contains(festival.sameAs) || festivals_.at(festival.sameAs).sameAs != 0)) {
+            throw std::string("is another name of an id that has no line above, or is one itself");
         }
-    }
+        if (!festivals_.emplace(festival.id, festival).second) {
+            throw "id " + std::to_string(festival.id) + " has a line already";
+        }
+    });
 }
 
 SkyYear::SkyYear(int year, const BsCalendar& calendar, const Panchanga& panchanga)

@@ -4,10 +4,13 @@
 ///
 /// A word that is missing or wrong throws std::string, the complaint; the reader adds the file and the line to it.
 
+#include "Festivals.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
+#include <istream>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -136,5 +139,23 @@ private:
     std::vector<std::string_view> words_;
     std::size_t next_ = 0;
 };
+
+/// Reads a rule file: `readLine` gets each line that is not empty and no comment, with its number. A std::string that
+/// it throws becomes a FileError that names file and line.
+template <typename ReadLine>
+void readRules(std::istream& rules, const std::string& fileName, const ReadLine& readLine) {
+    std::string line;
+    for (int number = 1; std::getline(rules, line); ++number) {
+        const std::string_view text = trimmed(line);
+        if (text.empty() || text.front() == '#') {
+            continue;
+        }
+        try {
+            readLine(text, number);
+        } catch (const std::string& complaint) {
+            throw FileError{fileName + ":" + std::to_string(number) + ": " + complaint};
+        }
+    }
+}
 
 }  // namespace dinmala::panchanga

@@ -77,66 +77,57 @@ std::string writeYearList(const std::vector<Token>& tokens) {
 }
 
 TithiRules::TithiRules(std::istream& rules, const std::string& fileName) {
-    std::string line;
-    for (int number = 1; std::getline(rules, line); ++number) {
-        const std::string_view text = trimmed(line);
-        if (text.empty() || text.front() == '#') {
-            continue;
-        }
-        try {
-            Words words{text};
-            const std::string_view what = words.take("kind of line");
-            if (what == "plain") {
-                const int tithi = words.number("tithi", 1, 30);
-                const int bright = words.number("id", 1, 999);
-                const int dark = words.number("id", 1, 999);
-                plain_[tithi] = bright;
-                if (tithi < 15) {
-                    plain_[tithi + 15] = dark;
-                }
-                words.finish();
-                continue;
-            }
-            if (what == "joined") {
-                const int id = words.number("id", 1, 999);
-                const int first = words.number("tithi", 1, 14);
-                joined_[{first, words.number("tithi", 2, 14)}] = id;
-                words.finish();
-                continue;
-            }
-            Year& year = years_[words.number("BS year", 1999, 2099)];
-            if (what == "variant") {
-                const int tithi = words.tithi();
-                year.variants[tithi] = words.number("id", 1, 999);
-            } else if (what == "observance") {
-                const int month = words.oneOf("lunar month", kMonths) + 1;
-                const int tithi = words.tithi();
-                year.observances[{month, tithi}] = words.number("id", 1, 999);
-            } else if (what == "skipped") {
-                static constexpr std::array<std::string_view, 3> kWays{"sunrise", "joined", "both"};
-                const int way = words.oneOf("way", kWays);
-                year.joined = way == 1;
-                year.both = way == 2;
-                year.joinedFirst = way == 1 && !words.done() ? words.number("count", 1, 20) : -1;
-            } else if (what == "both") {
-                year.bothDays.push_back(words.monthDay());
-            } else if (what == "cover") {
-                const MonthDay first = words.monthDay();
-                year.covers.emplace_back(first, words.monthDay());
-            } else if (what == "empty") {
-                year.empty.push_back(words.monthDay());
-            } else if (what == "add" || what == "stands") {
-                const auto [month, day] = words.monthDay();
-                const int id = words.number("id", 1, 999);
-                (what == "add" ? year.added : year.standing).push_back({month, day, id, rest(words)});
-            } else {
-                throw "'" + std::string(what) + "' begins no line";
+    readRules(rules, fileName, [&](std::string_view text, int) {
+        Words words{text};
+        const std::string_view what = words.take("kind of line");
+        if (what == "plain") {
+            const int tithi = words.number("tithi", 1, 30);
+            const int bright = words.number("id", 1, 999);
+            const int dark = words.number("id", 1, 999);
+            plain_[tithi] = bright;
+            if (tithi < 15) {
+                plain_[tithi + 15] = dark;
             }
             words.finish();
-        } catch (const std::string& complaint) {
-            throw FileError{fileName + ":" + std::to_string(number) + ": " + complaint};
+            return;
         }
-    }
+        if (what == "joined") {
+            const int id = words.number("id", 1, 999);
+            const int first = words.number("tithi", 1, 14);
+            joined_[{first, words.number("tithi", 2, 14)}] = id;
+            words.finish();
+            return;
+        }
+        Year& year = years_[words.number("BS year", 1999, 2099)];
+        if (what == "variant") {
+            const int tithi = words.tithi();
+            year.variants[tithi] = words.number("id", 1, 999);
+        } else if (what == "observance") {
+            const int month = words.oneOf("lunar month", kMonths) + 1;
+            const int tithi = words.tithi();
+            year.observances[{month, tithi}] = words.number("id", 1, 999);
+        } else if (what == "skipped") {
+            static constexpr std::array<std::string_view, 3> kWays{"sunrise", "joined", "both"};
+            const int way = words.oneOf("way", kWays);
+            year.joined = way == 1;
+            year.both = way == 2;
+            year.joinedFirst = way == 1 && !words.done() ? words.number("count", 1, 20) : -1;
+        } else if (what == "both") {
+            year.bothDays.push_back(words.monthDay());
+        } else if (what == "cover") {
+            const MonthDay first = words.monthDay();
+            year.covers.emplace_back(first, words.monthDay());
+        } else if (what == "empty") {
+            year.empty.push_back(words.monthDay());
+        } else if (what == "add" || what == "stands") {
+            const auto [month, day] = words.monthDay();
+            const int id = words.number("id", 1, 999);
+            (what == "add" ? year.added : year.standing).push_back({month, day, id, rest(words)});
+        } else {
+            throw "'" + std::string(what) + "' begins no line";
+        }
+        words.finish();
+    });
     if (plain_.size() != 30) {
         throw FileError{fileName + ": a tithi has no plain name"};
     }
@@ -204,7 +195,6 @@ std::vector<Token> TithiRules::list(int year, const BsCalendar& calendar, const 
 }
 
 EventPlans::EventPlans(std::istream& plans, const std::string& fileName) : fileName_(fileName) {
-    std::string line;
     Plan* plan = nullptr;
     const auto key = [](Words& words) {
         const int dayMonth = words.number("day and month", 101, 3212);
@@ -217,54 +207,46 @@ EventPlans::EventPlans(std::istream& plans, const std::string& fileName) : fileN
         } while (!words.done());
         return found;
     };
-    for (int number = 1; std::getline(plans, line); ++number) {
-        const std::string_view text = trimmed(line);
-        if (text.empty() || text.front() == '#') {
-            continue;
-        }
-        try {
-            Words words{text};
-            const std::string_view what = words.take("kind of line");
-            if (what == "year") {
-                plan = &plans_[words.number("BS year", 1999, 2099)];
-                plan->line = number;
-                plan->tokens = static_cast<std::size_t>(words.number("count of tokens", 1, 9999));
-                plan->ids = static_cast<std::size_t>(words.number("count of ids", 1, 9999));
-                plan->most = static_cast<std::size_t>(words.number("most tokens of a day", 1, 20));
-                plan->newest = words.number("id", 1, 999);
-            } else if (plan == nullptr) {
-                throw std::string("a file begins with 'year'");
-            } else if (what == "first" || what == "day" || what == "last" || what == "whole") {
-                const MonthDay day = key(words);
-                (what == "whole" ? plan->wholes : plan->days).emplace_back(day, ids(words));
-                if (what == "first" || what == "whole") {
-                    plan->ordered.push_back(day);
-                } else if (what == "last") {
-                    plan->last = day;
-                    plan->lastOfDay = plan->days.back().second.back();
-                }
-            } else if (what == "full") {
-                const MonthDay day = key(words);
-                plan->full[day] = static_cast<std::size_t>(words.number("count", 1, 20));
-            } else if (what == "quiet") {
-                const MonthDay from = key(words);
-                plan->quiet.emplace_back(from, key(words));
-            } else if (what == "stands" || what == "twice") {
-                const auto [month, day] = key(words);
-                const int id = words.number("id", 1, 999);
-                (what == "twice" ? plan->twice : plan->standing).push_back({month, day, id, rest(words)});
-            } else if (what == "important") {
-                plan->important = words.take("file name");
-            } else if (what == "later") {
-                plan->later = ids(words);
-            } else {
-                throw "'" + std::string(what) + "' begins no line";
+    readRules(plans, fileName, [&](std::string_view text, int number) {
+        Words words{text};
+        const std::string_view what = words.take("kind of line");
+        if (what == "year") {
+            plan = &plans_[words.number("BS year", 1999, 2099)];
+            plan->line = number;
+            plan->tokens = static_cast<std::size_t>(words.number("count of tokens", 1, 9999));
+            plan->ids = static_cast<std::size_t>(words.number("count of ids", 1, 9999));
+            plan->most = static_cast<std::size_t>(words.number("most tokens of a day", 1, 20));
+            plan->newest = words.number("id", 1, 999);
+        } else if (plan == nullptr) {
+            throw std::string("a file begins with 'year'");
+        } else if (what == "first" || what == "day" || what == "last" || what == "whole") {
+            const MonthDay day = key(words);
+            (what == "whole" ? plan->wholes : plan->days).emplace_back(day, ids(words));
+            if (what == "first" || what == "whole") {
+                plan->ordered.push_back(day);
+            } else if (what == "last") {
+                plan->last = day;
+                plan->lastOfDay = plan->days.back().second.back();
             }
-            words.finish();
-        } catch (const std::string& complaint) {
-            throw FileError{fileName + ":" + std::to_string(number) + ": " + complaint};
+        } else if (what == "full") {
+            const MonthDay day = key(words);
+            plan->full[day] = static_cast<std::size_t>(words.number("count", 1, 20));
+        } else if (what == "quiet") {
+            const MonthDay from = key(words);
+            plan->quiet.emplace_back(from, key(words));
+        } else if (what == "stands" || what == "twice") {
+            const auto [month, day] = key(words);
+            const int id = words.number("id", 1, 999);
+            (what == "twice" ? plan->twice : plan->standing).push_back({month, day, id, rest(words)});
+        } else if (what == "important") {
+            plan->important = words.take("file name");
+        } else if (what == "later") {
+            plan->later = ids(words);
+        } else {
+            throw "'" + std::string(what) + "' begins no line";
         }
-    }
+        words.finish();
+    });
 }
 
 std::string EventPlans::importantFile(int year) const {
