@@ -5,12 +5,16 @@
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <time.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/app/linux/FakePanel.h"
@@ -40,34 +44,61 @@ void readAsPanelsDo(FakePanel& panel) {
     panel.call("/MenuBar", "com.canonical.dbusmenu", "GetLayout", "(0, -1, @as [])");
 }
 
-struct Cost {
-    long long cpuNanoseconds = 0;
-    long long wakeUps = 0;
-};
-
-/// Of all the process's threads since its start.
-Cost costOf(pid_t pid) {
-    Cost cost;
-    for (const auto& task : std::filesystem::directory_iterator("/proc/" + std::to_string(pid) + "/task")) {
-        long long nanoseconds = 0;
-        std::ifstream(task.path() / "schedstat") >> nanoseconds;
-        cost.cpuNanoseconds += nanoseconds;
-        std::ifstream status(task.path() / "status");
-        for (std::string word; status >> word;) {
-            long long count = 0;
-            if (word == "voluntary_ctxt_switches:" && status >> count) cost.wakeUps += count;
-        }
-    }
-    return cost;
-}
-
-long memoryOf(pid_t pid, const char* file, const std::string& field) {
+double memoryOf(pid_t pid, const char* file, const std::string& field) {
     std::ifstream status("/proc/" + std::to_string(pid) + "/" + file);
     long kilobytes = 0;
     for (std::string word; status >> word;) {
         if (word == field && status >> kilobytes) break;
     }
-    return kilobytes;
+    return static_cast<double>(kilobytes) / 1024;
+}
+
+/// How often each of the process's threads has gone to wait.
+std::map<std::string, long long> wakeUpsOf(pid_t pid) {
+    std::map<std::string, long long> wakeUps;
+    for (const auto& task : std::filesystem::directory_iterator("/proc/" + std::to_string(pid) + "/task")) {
+        std::ifstream status(task.path() / "status");
+        for (std::string word; status >> word;) {
+            long long count = 0;
+            if (word == "voluntary_ctxt_switches:" && status >> count) wakeUps[task.path().filename()] = count;
+        }
+    }
+    return wakeUps;
+}
+
+/// What a process has used since its start, and what it holds.
+struct Cost {
+    explicit Cost(pid_t pid)
+        : rss(memoryOf(pid, "status", "VmRSS:")),
+          pss(memoryOf(pid, "smaps_rollup", "Pss:")),
+          descriptors(std::distance(std::filesystem::directory_iterator("/proc/" + std::to_string(pid) + "/fd"),
+                                    std::filesystem::directory_iterator())),
+          wakeUps(wakeUpsOf(pid)) {
+        clockid_t clock{};
+        timespec used{};
+        if (clock_getcpuclockid(pid, &clock) == 0) clock_gettime(clock, &used);
+        cpuMilliseconds = static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
+    }
+
+    double rss, pss;  ///< megabytes
+    std::ptrdiff_t descriptors;
+    std::map<std::string, long long> wakeUps;
+    double cpuMilliseconds = 0;  ///< with that of threads that have ended
+};
+
+/// Waits without work of its own, but reads what the item tells as panels do.
+void idle(FakePanel& panel, int seconds) {
+    const auto loop = Glib::MainLoop::create();
+    const gint64 end = g_get_monotonic_time() + gint64{seconds} * G_USEC_PER_SEC;
+    const sigc::connection source = Glib::signal_timeout().connect_seconds(
+        [&] {
+            if (!std::exchange(panel.signals, {}).empty()) readAsPanelsDo(panel);
+            if (g_get_monotonic_time() < end) return true;
+            loop->quit();
+            return false;
+        },
+        1);
+    loop->run();
 }
 
 }  // namespace
@@ -115,14 +146,20 @@ int main(int argc, char** argv) {
     if (!runUntil([&] { return !panel.items.empty(); })) return 1;
     readAsPanelsDo(panel);
     runFor(8000);  // the update check at the start is not idling
-    const Cost before = costOf(pid);
-    runFor(idleSeconds * 1000);
-    const Cost after = costOf(pid);
-    std::printf("idle on a %s panel for %d s: RSS %.1f MB, PSS %.1f MB, CPU %.1f ms, wake-ups %.2f a second\n",
-                kind.c_str(), idleSeconds, static_cast<double>(memoryOf(pid, "status", "VmRSS:")) / 1024,
-                static_cast<double>(memoryOf(pid, "smaps_rollup", "Pss:")) / 1024,
-                static_cast<double>(after.cpuNanoseconds - before.cpuNanoseconds) / 1e6,
-                static_cast<double>(after.wakeUps - before.wakeUps) / idleSeconds);
+    const Cost before(pid);
+    idle(panel, idleSeconds);
+    const Cost after(pid);
+    long long wakeUps = 0;
+    for (const auto& [thread, count] : after.wakeUps) {
+        const auto earlier = before.wakeUps.find(thread);
+        wakeUps += count - (earlier != before.wakeUps.end() ? earlier->second : 0);
+    }
+    std::printf("idle on a %s panel for %d s, at its start and end:\n", kind.c_str(), idleSeconds);
+    std::printf("  RSS          %6.1f %6.1f MB\n", before.rss, after.rss);
+    std::printf("  PSS          %6.1f %6.1f MB\n", before.pss, after.pss);
+    std::printf("  descriptors  %6td %6td\n", before.descriptors, after.descriptors);
+    std::printf("  CPU          %6.1f ms in all\n", after.cpuMilliseconds - before.cpuMilliseconds);
+    std::printf("  wake-ups     %6.2f a second\n", static_cast<double>(wakeUps) / idleSeconds);
     stop(pid);
     return 0;
 }
