@@ -77,13 +77,16 @@ bool KeyFilePreferences::boolForKey(std::string_view key) const {
 
 void KeyFilePreferences::setBoolForKey(bool value, std::string_view key) {
     const auto choice = choices_.find(key);
-    if (choice != choices_.end() && choice->second == value) return;
+    if (choice == choices_.end() || choice->second != value) hasChanged_ = true;
     choices_.insert_or_assign(std::string(key), value);
     unsaved_.insert_or_assign(std::string(key), value);
 }
 
 bool KeyFilePreferences::synchronize() {
-    if (unsaved_.empty()) return true;
+    if (!hasChanged_) {
+        unsaved_.clear();
+        return true;
+    }
 
     const std::string target = followLinks(path_);
     if (const int error = makeFolder(folderOf(target)); error != 0) {
@@ -110,6 +113,7 @@ bool KeyFilePreferences::synchronize() {
     if (error != 0) return fail(tr("{1} cannot be written: {2}", {target, errorText(error)}));
 
     unsaved_.clear();
+    hasChanged_ = false;
     lastFailure_.clear();
     return true;
 }

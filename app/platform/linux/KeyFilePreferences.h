@@ -13,8 +13,10 @@ namespace dinmala {
 /// Keeps each choice as `key=true` or `key=false` in the group [display].
 ///
 /// What else stands in the file (comments, other groups, other keys) survives a
-/// save. A file that is no key file is kept aside as `<file>.corrupt` before a
-/// new one takes its place; one that may not be read is never replaced.
+/// save, and so does what another session of the user has chosen since; of a key
+/// that both set the later value holds. A file that is no key file is kept aside as
+/// `<file>.corrupt` before a new one takes its place; one that may not be read is
+/// never replaced.
 class KeyFilePreferences : public Preferences {
 public:
     /// @param path the file; it and its folder need not exist. A symbolic link is
@@ -38,7 +40,8 @@ private:
     std::string path_;
     Tell tell_;
     Choices choices_;          ///< as read, and as set since
-    Choices unsaved_;          ///< set since the last save
+    Choices unsaved_;          ///< set since the last save, also to what it was: the file may differ by now
+    bool hasChanged_ = false;  ///< whether one of them was set to another value
     std::string lastFailure_;  ///< what the user was told last
 };
 

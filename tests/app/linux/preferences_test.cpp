@@ -72,6 +72,25 @@ TEST_F(PreferenceFile, LeavesWhatElseStandsInTheFile) {
     EXPECT_EQ(folder.read("preferences.ini"), "[display]\nday=false\ndow=true\nyear=true\n");
 }
 
+// Two sessions of one user. What one has chosen stays when the other saves; where
+// both set a key the later choice holds, even one that changes nothing there.
+TEST_F(PreferenceFile, TwoProgramsKeepEachOthersChoices) {
+    folder.write("preferences.ini", "[display]\nicon=false\nyear=false\nmonth=true\n");
+    KeyFilePreferences first = open();
+    KeyFilePreferences second = open();
+    first.setBoolForKey(true, "year");
+    ASSERT_TRUE(first.synchronize());
+    second.setBoolForKey(true, "tithi");
+    ASSERT_TRUE(second.synchronize());
+    EXPECT_EQ(folder.read("preferences.ini"), "[display]\nicon=false\nyear=true\nmonth=true\ntithi=true\n");
+
+    // The flag alone, where the year was off all the time.
+    second.setBoolForKey(true, "icon");
+    for (const char* piece : {"year", "month", "tithi"}) second.setBoolForKey(false, piece);
+    ASSERT_TRUE(second.synchronize());
+    EXPECT_EQ(folder.read("preferences.ini"), "[display]\nicon=true\nyear=false\nmonth=false\ntithi=false\n");
+}
+
 TEST_F(PreferenceFile, ReadsFalseFromWhatIsNoBooleanOrNoKeyFile) {
     for (const std::string& text :
          {std::string(), std::string("[display]\nmonth=perhaps\n"), std::string("month=true\n"),
