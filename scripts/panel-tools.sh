@@ -13,7 +13,7 @@ until_true() { for _ in $(seq 100); do "$@" >/dev/null && return; sleep 0.1; don
 registered() { # a watcher lists the item
     dbus-send --session --print-reply=literal --dest=org.kde.StatusNotifierWatcher /StatusNotifierWatcher \
         org.freedesktop.DBus.Properties.Get string:org.kde.StatusNotifierWatcher \
-        string:RegisteredStatusNotifierItems 2>/dev/null | grep -q "[:/]"
+        string:RegisteredStatusNotifierItems 2>/dev/null | tr -d ' \n' | grep -q 'array\[[^]]'
 }
 # The middle of what differs between two pictures: X Y WIDTH HEIGHT.
 difference() {
