@@ -1,4 +1,18 @@
-# Sourced by scripts/panels and scripts/desktops: checks, and questions to the session bus.
+# Sourced by scripts/panels and scripts/desktops: a screen, checks, and questions to the session bus.
+
+# A screen that nobody sees, of SIZE: sets xvfb, its process, and DISPLAY, the first number that is free. Numbers are free
+# by the whole machine, a changed root included, which a number of ours would not be.
+start_screen() { # size, folder for its notes
+    Xvfb -displayfd 3 -screen 0 "$1x24" 3>"$2/display" 2>"$2/xvfb.log" &
+    xvfb=$!
+    for _ in $(seq 100); do
+        [ -s "$2/display" ] && { DISPLAY=:$(cat "$2/display"); return; }
+        kill -0 $xvfb 2>/dev/null || break
+        sleep 0.1
+    done
+    echo "FAILED  Xvfb gives no screen: $(tail -n 1 "$2/xvfb.log")"
+    exit 1
+}
 check() { # what, command...
     local what=$1
     shift
