@@ -42,6 +42,8 @@ void PanelHost::ownerIs(const std::string& name, const std::string& owner) {
     owners_[name] = owner;
     // Judging before all names are known would take a label host for another at first.
     if (owners_.size() < watches_.size()) return;
+    // A panel that ends loses its names one by one; it does not become one of tiles in between.
+    if (kind_ == Kind::label && owner_ == owners_[kWatcherName]) return;
     owner_ = owners_[kWatcherName];
     kind_ = owner_.empty() ? Kind::none : showsLabels() ? Kind::label : Kind::tile;
     changed_();

@@ -366,6 +366,9 @@ TEST_F(PanelFaceTest, TurnsToTextWhenThePanelProvesToShowIt) {
     });
     EXPECT_EQ(signals, (Strings{"NewIcon", "XAyatanaNewLabel(' बैशाख ७', '')"}));
     EXPECT_EQ(panel_->items.size(), 1U);
+    // A panel that ends loses its names one by one, and is no other panel in between.
+    EXPECT_EQ(signalsOf([&] { late->close_sync(); }), Strings{});
+    EXPECT_EQ(panel_->read("XAyatanaLabel"), "' बैशाख ७'");
 }
 
 TEST_F(PanelFaceTest, TheEnvironmentSettlesTheKindOfPanel) {
