@@ -33,6 +33,7 @@ namespace dinmala {
 namespace {
 
 constexpr int kUsageError = 2;
+constexpr unsigned kPatience = 30;  // seconds; at login a panel may come after the program
 
 std::string help() {
     return tr(
@@ -107,11 +108,17 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
             const auto path = bundle.pathForResource("digits", "png");
             return path ? loadImage(*path) : nullptr;
         };
-        face = std::make_unique<PanelFace>(bus, std::move(resources), [&] {
+        auto panel = std::make_unique<PanelFace>(bus, std::move(resources), [&] {
             say(tr("the session bus has gone"));
             status = EXIT_FAILURE;
             loop.quit();
         });
+        panel->ifUnseen(kPatience, [&] {
+            tell(
+                tr("no panel takes status items yet, so Dinmala waits unseen; in GNOME the extension AppIndicator "
+                   "takes them"));
+        });
+        face = std::move(panel);
     } else if (choice.kind == FaceKind::terminal) {
         face = std::make_unique<TerminalFace>(quit, language());
     } else {

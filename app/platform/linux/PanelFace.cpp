@@ -72,7 +72,10 @@ PanelFace::PanelFace(Glib::RefPtr<Gio::DBus::Connection> connection, PanelResour
                   waitToBeShown();
               }),
       host_(connection_, [this] {
-          if (host_.owner() != registeredAt_) registeredAt_.clear();
+          if (host_.owner() != registeredAt_) {
+              registeredAt_.clear();
+              isTaken_ = false;
+          }
           refusals_ = 0;
           changed();
       }) {
@@ -82,7 +85,9 @@ PanelFace::PanelFace(Glib::RefPtr<Gio::DBus::Connection> connection, PanelResour
 }
 
 PanelFace::~PanelFace() {
-    for (sigc::connection* connection : {&closed_, &pendingFlush_, &retry_, &shownTimer_}) connection->disconnect();
+    for (sigc::connection* connection : {&closed_, &pendingFlush_, &retry_, &shownTimer_, &unseenTimer_}) {
+        connection->disconnect();
+    }
 }
 
 std::unique_ptr<StatusItem> PanelFace::statusItemWithLength(double length) {
@@ -95,6 +100,15 @@ std::unique_ptr<StatusItem> PanelFace::statusItemWithLength(double length) {
 void PanelFace::whenShown(std::function<void()> callback) {
     shownCallback_ = std::move(callback);
     waitToBeShown();
+}
+
+void PanelFace::ifUnseen(unsigned seconds, std::function<void()> callback) {
+    unseenTimer_ = Glib::signal_timeout().connect_seconds(
+        [this, callback = std::move(callback)] {
+            if (!isTaken_) callback();
+            return false;
+        },
+        seconds);
 }
 
 void PanelFace::waitToBeShown() {
@@ -138,6 +152,7 @@ void PanelFace::registerItem() {
     wasRead_ = false;
     object_.registerAt(registeredAt_, [this, watcher = registeredAt_](bool taken) {
         if (watcher != registeredAt_) return;  // it has restarted meanwhile
+        isTaken_ = taken;
         if (taken) {
             if (!wasRead_) waitToBeShown();
             return;

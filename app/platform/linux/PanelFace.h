@@ -42,6 +42,8 @@ public:
     /// On show is an item that a panel has read; after a second without a sign,
     /// or two without a panel, waiting for longer is of no use.
     void whenShown(std::function<void()> callback) override;
+    /// Calls once, after so many seconds, if no panel holds the item then.
+    void ifUnseen(unsigned seconds, std::function<void()> callback);
 
 private:
     void changed();
@@ -61,11 +63,13 @@ private:
     sigc::connection pendingFlush_;
     sigc::connection retry_;
     sigc::connection shownTimer_;
+    sigc::connection unseenTimer_;
     std::function<void()> shownCallback_;
 
     std::unique_ptr<MenuExport> menu_;
     bool menuIsExported_ = false;
     std::string registeredAt_;
+    bool isTaken_ = false;
     bool wasRead_ = false;
     int refusals_ = 0;
 

@@ -380,6 +380,25 @@ TEST_F(PanelFaceTest, TheEnvironmentSettlesTheKindOfPanel) {
     unsetenv("DINMALA_HOST");
 }
 
+TEST_F(PanelFaceTest, SaysOnceThatNoPanelHoldsTheItem) {
+    int said = 0;
+    const auto waitAndCount = [&] {
+        start();
+        face_->ifUnseen(1, [&] { ++said; });
+        runFor(2300);
+        item_.reset();
+        face_.reset();
+    };
+    waitAndCount();
+    EXPECT_EQ(said, 1);
+    panel_ = std::make_unique<FakePanel>(bus_);
+    waitAndCount();
+    EXPECT_EQ(said, 1);
+    panel_->refuses = true;
+    waitAndCount();
+    EXPECT_EQ(said, 2);
+}
+
 TEST_F(PanelFaceTest, IsShownOnceItWasReadAndDoesNotWaitInVain) {
     int shown = 0;
     start();
