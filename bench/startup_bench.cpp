@@ -86,13 +86,22 @@ struct Cost {
     double cpuMilliseconds = 0;  ///< with that of threads that have ended
 };
 
-/// Waits without work of its own, but reads what the item tells as panels do.
+/// After a signal MATE's panel reads the property that has changed, and the menu only when it is opened.
+void readWhatChanged(FakePanel& panel) {
+    static const std::map<std::string, const char*> properties{
+        {"NewTitle", "Title"}, {"NewToolTip", "ToolTip"}, {"NewIcon", "IconPixmap"}};
+    for (const std::string& signal : std::exchange(panel.signals, {})) {
+        if (const auto found = properties.find(signal); found != properties.end()) panel.read(found->second);
+    }
+}
+
+/// Waits without work of its own, but reads what the item tells as a panel does.
 void idle(FakePanel& panel, int seconds) {
     const auto loop = Glib::MainLoop::create();
     const gint64 end = g_get_monotonic_time() + gint64{seconds} * G_USEC_PER_SEC;
     const sigc::connection source = Glib::signal_timeout().connect_seconds(
         [&] {
-            if (!std::exchange(panel.signals, {}).empty()) readAsPanelsDo(panel);
+            readWhatChanged(panel);
             if (g_get_monotonic_time() < end) return true;
             loop->quit();
             return false;
