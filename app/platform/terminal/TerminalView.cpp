@@ -56,14 +56,16 @@ std::vector<TerminalLine> TerminalView::lines(const StatusItem* item, int width,
     for (std::wstring& line : wrapText(decodeForTerminal(statusTitle(item, outlets_)), textWidth))
         out.push_back({std::move(line), Look::title});
     std::vector<TerminalLine> foot;
+    const bool hasRoom = height >= 12;
+    if (hasRoom) {
+        out.push_back(rule(textWidth));
+        foot.push_back(rule(textWidth));
+    }
     if (!message_.empty())
         for (std::wstring& line : wrapText(decodeForTerminal(message_), textWidth))
             foot.push_back({std::move(line), Look::title});
-    if (height >= 12) {
-        out.push_back(rule(textWidth));
-        foot.insert(foot.begin(), rule(textWidth));
+    if (hasRoom)
         for (std::wstring& line : wrapText(hint_, textWidth)) foot.push_back({std::move(line), Look::quiet});
-    }
 
     int room = height - static_cast<int>(out.size() + foot.size());
     if (room < 3) {
