@@ -78,6 +78,15 @@ constexpr auto kMonths = [] {
     return months;
 }();
 
+/// A day as two digits; a BS month has at most 32.
+constexpr auto kDayText = [] {
+    std::array<std::array<char, 2>, 33> texts{};
+    for (std::size_t day = 0; day < texts.size(); ++day) {
+        texts[day] = {static_cast<char>('0' + day / 10), static_cast<char>('0' + day % 10)};
+    }
+    return texts;
+}();
+
 // One BS month begins in each AD month, which is why a date needs no search.
 static_assert([] {
     for (std::size_t i = 0; i < kMonthCount; ++i) {
@@ -124,8 +133,7 @@ bool tableDayBs2Ad(std::string_view bsDate, std::optional<std::string>& result) 
     if (inEndMonth) adDay -= atHand.adStartLength;
     char* const text = result.emplace("yyyy-MM-dd").data();
     std::memcpy(text, atHand.adYearMonths[inEndMonth ? 1 : 0].data(), 8);
-    text[8] = static_cast<char>('0' + adDay / 10);
-    text[9] = static_cast<char>('0' + adDay % 10);
+    std::memcpy(text + 8, kDayText[adDay].data(), 2);
     return true;
 }
 
@@ -151,8 +159,7 @@ bool tableDayAd2Bs(std::string_view adDate, std::optional<std::string>& result) 
         std::memcpy(text + 1, kMonths[index].bsMonthYear.data(), 8);
     } else {
         char* const text = result.emplace("dd-MM-yyyy").data();
-        text[0] = static_cast<char>('0' + bsDay / 10);
-        text[1] = static_cast<char>('0' + bsDay % 10);
+        std::memcpy(text, kDayText[bsDay].data(), 2);
         std::memcpy(text + 2, kMonths[index].bsMonthYear.data(), 8);
     }
     return true;
