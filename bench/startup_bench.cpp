@@ -86,12 +86,19 @@ struct Cost {
     double cpuMilliseconds = 0;  ///< with that of threads that have ended
 };
 
-/// After a signal MATE's panel reads the property that has changed, and the menu only when it is opened.
+/// After a signal MATE's panel asks for the property that has changed, and for the menu only when it is opened.
+/// It asks for all at once and does not wait.
 void readWhatChanged(FakePanel& panel) {
     static const std::map<std::string, const char*> properties{
         {"NewTitle", "Title"}, {"NewToolTip", "ToolTip"}, {"NewIcon", "IconPixmap"}};
     for (const std::string& signal : std::exchange(panel.signals, {})) {
-        if (const auto found = properties.find(signal); found != properties.end()) panel.read(found->second);
+        const auto found = properties.find(signal);
+        if (found == properties.end()) continue;
+        const auto text = [](const char* value) { return Glib::Variant<Glib::ustring>::create(value); };
+        panel.connection()->call(
+            "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get",
+            Glib::VariantContainerBase::create_tuple({text("org.kde.StatusNotifierItem"), text(found->second)}),
+            [](const auto&) {}, panel.items.back());
     }
 }
 
