@@ -42,10 +42,11 @@ std::string followLinks(const std::string& path) {
 }
 
 /// Moves a file aside under the first free name.
+/// @param aside that name
 /// @return 0 or an errno value
-int keepAside(const std::string& path) {
+int keepAside(const std::string& path, std::string& aside) {
     for (int number = 1; number < 100; ++number) {
-        const std::string aside = path + ".corrupt" + (number == 1 ? "" : "." + std::to_string(number));
+        aside = path + ".corrupt" + (number == 1 ? "" : "." + std::to_string(number));
         if (const int error = renameToNew(path, aside); error != EEXIST) return error;
     }
     return EEXIST;
@@ -108,9 +109,11 @@ bool KeyFilePreferences::synchronize() {
     const bool known = stat(target.c_str(), &status) == 0;
     PendingFile saved(folderOf(target), textOf(file.get()), known ? status.st_mode & 0777 : 0600);
     int error = saved.error();
-    if (error == 0 && corrupt) error = keepAside(target);
+    std::string aside;
+    if (error == 0 && corrupt) error = keepAside(target, aside);
     if (error == 0) error = saved.moveTo(target);
     if (error != 0) return fail(tr("{1} cannot be written: {2}", {target, errorText(error)}));
+    if (corrupt && tell_) tell_(tr("{1} is damaged and was begun anew; the old one is {2}", {target, aside}));
 
     unsaved_.clear();
     hasChanged_ = false;

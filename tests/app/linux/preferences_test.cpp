@@ -112,7 +112,10 @@ TEST_F(PreferenceFile, KeepsACorruptFileAside) {
         EXPECT_TRUE(preferences.synchronize());
         EXPECT_EQ(folder.read(name), "not a key file: " + name);
         EXPECT_TRUE(open().boolForKey("time"));
+        ASSERT_FALSE(told.empty());
+        EXPECT_TRUE(told.back().ends_with(name)) << told.back();  // the user hears where it is
     }
+    EXPECT_EQ(told.size(), 2U);
 }
 
 TEST_F(PreferenceFile, ReplacesTheFileThatALinkNames) {
