@@ -91,10 +91,10 @@ struct Cost {
 void readWhatChanged(FakePanel& panel) {
     static const std::map<std::string, const char*> properties{
         {"NewTitle", "Title"}, {"NewToolTip", "ToolTip"}, {"NewIcon", "IconPixmap"}};
+    const auto text = [](const char* value) { return Glib::Variant<Glib::ustring>::create(value); };
     for (const std::string& signal : std::exchange(panel.signals, {})) {
         const auto found = properties.find(signal);
         if (found == properties.end()) continue;
-        const auto text = [](const char* value) { return Glib::Variant<Glib::ustring>::create(value); };
         panel.connection()->call(
             "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get",
             Glib::VariantContainerBase::create_tuple({text("org.kde.StatusNotifierItem"), text(found->second)}),

@@ -1,4 +1,5 @@
 // Conversion between BS and AD dates, by whole civil days.
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <chrono>
@@ -78,7 +79,7 @@ constexpr auto kMonths = [] {
     return months;
 }();
 
-/// A day as two digits; a BS month has at most 32.
+/// A day as two digits.
 constexpr auto kDayText = [] {
     std::array<std::array<char, 2>, 33> texts{};
     for (std::size_t day = 0; day < texts.size(); ++day) {
@@ -86,6 +87,7 @@ constexpr auto kDayText = [] {
     }
     return texts;
 }();
+static_assert(std::ranges::all_of(kMonths, [](const MonthAtHand& month) { return month.length < kDayText.size(); }));
 
 // One BS month begins in each AD month, which is why a date needs no search.
 static_assert([] {
