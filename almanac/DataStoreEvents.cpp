@@ -4,9 +4,9 @@
 #include <chrono>
 #include <utility>
 
-#include "calendar/DataStoreFunctions.h"
-#include "calendar/MonthRecord.h"
-#include "calendar/TimeZone.h"
+#include "base/DateText.h"
+#include "base/Fields.h"
+#include "base/TimeZone.h"
 
 namespace dinmala {
 
@@ -32,18 +32,19 @@ std::optional<Moment> startOfNepalDay(std::string_view adDate) {
 
 }  // namespace
 
-DataStoreEvents::DataStoreEvents(Clock clock, const EventTexts& texts)
-    : clock_(std::move(clock)),
-      events_(toTextMap(texts.names)),
-      events_map_(toTextMap(texts.years)),
-      imp_events_(toTextMap(texts.importantYears)) {}
+DataStoreEvents::DataStoreEvents(Clock clock, const EventTexts& texts) : clock_(std::move(clock)) {
+    const EventTexts& own = embeddedEventTexts();
+    events_ = sharedTextMap(texts.names, own.names);
+    events_map_ = sharedTextMap(texts.years, own.years);
+    imp_events_ = sharedTextMap(texts.importantYears, own.importantYears);
+}
 
 std::optional<std::string_view> DataStoreEvents::getEventByIndex(std::string_view id) const {
-    return lookUp(events_, id);
+    return lookUp(*events_, id);
 }
 
 std::optional<std::string_view> DataStoreEvents::listOfYear(std::uint64_t year) const {
-    return lookUp(events_map_, std::to_string(year));
+    return lookUp(*events_map_, std::to_string(year));
 }
 
 std::vector<std::string> DataStoreEvents::getEventsAtYear(std::uint64_t year) const {
@@ -60,13 +61,13 @@ std::vector<std::string> DataStoreEvents::getUpComingEvents() const {
     setDefaultTimeZone(kathmandu());
     const Moment now = clock_();
     std::vector<std::string> result;
-    const auto list = lookUp(imp_events_, "2070");
+    const auto list = lookUp(*imp_events_, "2070");
     if (!list) return result;
     forEachToken(*list, kAdDateLength, [&](const YearToken& token) {
         const auto start = startOfNepalDay(token.head);
         const auto name = getEventByIndex(token.id);
         if (!start || !name || now > *start) return;
-        const std::uint64_t days = DataStoreFunctions::daysBetween(now, *start);
+        const std::uint64_t days = calendarDaysBetween(now, *start);
         std::string entry{*name};
         entry += '~';
         if (now == *start) {
@@ -74,10 +75,24 @@ std::vector<std::string> DataStoreEvents::getUpComingEvents() const {
         } else if (days == 1) {
             entry += "भोलि";
         } else {
-            entry += DataStoreFunctions::convertNumber2Nepali(static_cast<std::int32_t>(days));
+            entry += numberText(days, Digits::devanagari);
             entry += " दिन बाँकी";
         }
         result.push_back(std::move(entry));
+    });
+    return result;
+}
+
+std::vector<DataStoreEvents::NamedDay> DataStoreEvents::daysAfter(std::uint64_t year, std::uint64_t month,
+                                                                  std::uint64_t day) const {
+    std::vector<NamedDay> result;
+    const auto list = listOfYear(year);
+    if (!list) return result;
+    forEachToken(*list, kDayMonthLength, [&](const YearToken& token) {
+        const auto tokenDay = static_cast<std::uint64_t>(fieldValue(token.head, {0, 2}));
+        const auto tokenMonth = static_cast<std::uint64_t>(fieldValue(token.head, {2, 2}));
+        if (tokenMonth < month || (tokenMonth == month && tokenDay <= day)) return;
+        if (const auto name = getEventByIndex(token.id)) result.push_back({tokenMonth, tokenDay, *name});
     });
     return result;
 }
@@ -86,16 +101,9 @@ std::vector<std::string> DataStoreEvents::getUpcomingEventsOfYearAfterMonthAndDa
                                                                                   std::uint64_t month,
                                                                                   std::uint64_t day) const {
     std::vector<std::string> result;
-    const auto list = listOfYear(year);
-    if (!list) return result;
-    forEachToken(*list, kDayMonthLength, [&](const YearToken& token) {
-        const auto tokenDay = static_cast<std::uint64_t>(fieldValue(token.head, {0, 2}));
-        const auto tokenMonth = static_cast<std::uint64_t>(fieldValue(token.head, {2, 2}));
-        if (tokenMonth < month || (tokenMonth == month && tokenDay <= day)) return;
-        const auto name = getEventByIndex(token.id);
-        if (!name) return;
-        result.push_back(std::string{*name} + "^" + std::to_string(tokenMonth) + "/" + std::to_string(tokenDay));
-    });
+    for (const NamedDay& one : daysAfter(year, month, day)) {
+        result.push_back(std::string{one.name} + "^" + std::to_string(one.month) + "/" + std::to_string(one.day));
+    }
     return result;
 }
 
@@ -106,7 +114,7 @@ std::uint64_t DataStoreEvents::getNumberOfEventsAtYear(std::uint64_t year) const
 
 std::vector<std::string> DataStoreEvents::getEventAtYearAndDayMonth(std::string_view year,
                                                                     std::string_view dayMonth) const {
-    return namesOfDay(events_map_, events_, year, dayMonth);
+    return namesOfDay(*events_map_, *events_, year, dayMonth);
 }
 
 }  // namespace dinmala

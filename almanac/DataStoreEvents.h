@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -10,7 +11,7 @@
 #include <vector>
 
 #include "almanac/YearList.h"
-#include "calendar/Clock.h"
+#include "base/Clock.h"
 
 namespace dinmala {
 
@@ -53,6 +54,14 @@ public:
                                                                                    std::uint64_t month,
                                                                                    std::uint64_t day) const;
 
+    /// The same as values: what getUpcomingEventsOfYearAfterMonthAndDay() spells out.
+    struct NamedDay {
+        std::uint64_t month;
+        std::uint64_t day;
+        std::string_view name;
+    };
+    [[nodiscard]] std::vector<NamedDay> daysAfter(std::uint64_t year, std::uint64_t month, std::uint64_t day) const;
+
     /// The number of tokens in a year's list, those without a name included; 0
     /// for a year without a list.
     [[nodiscard]] std::uint64_t getNumberOfEventsAtYear(std::uint64_t year) const;
@@ -62,17 +71,17 @@ public:
                                                                      std::string_view dayMonth) const;
 
     /// Names by id, lists by year, important lists by year.
-    [[nodiscard]] const TextMap& events() const { return events_; }
-    [[nodiscard]] const TextMap& events_map() const { return events_map_; }
-    [[nodiscard]] const TextMap& imp_events() const { return imp_events_; }
+    [[nodiscard]] const TextMap& events() const { return *events_; }
+    [[nodiscard]] const TextMap& events_map() const { return *events_map_; }
+    [[nodiscard]] const TextMap& imp_events() const { return *imp_events_; }
 
 private:
     [[nodiscard]] std::optional<std::string_view> listOfYear(std::uint64_t year) const;
 
     Clock clock_;
-    TextMap events_;
-    TextMap events_map_;
-    TextMap imp_events_;
+    std::shared_ptr<const TextMap> events_;
+    std::shared_ptr<const TextMap> events_map_;
+    std::shared_ptr<const TextMap> imp_events_;
 };
 
 }  // namespace dinmala

@@ -1,6 +1,7 @@
 /// The tithi catalogue: which tithi (lunar day) a BS day shows.
 #pragma once
 
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -29,12 +30,12 @@ public:
                                                                      std::string_view dayMonth) const;
 
     /// Names by id, lists by year.
-    [[nodiscard]] const TextMap& tithi() const { return tithi_; }
-    [[nodiscard]] const TextMap& tithi_map() const { return tithi_map_; }
+    [[nodiscard]] const TextMap& tithi() const { return *tithi_; }
+    [[nodiscard]] const TextMap& tithi_map() const { return *tithi_map_; }
 
 private:
-    TextMap tithi_;
-    TextMap tithi_map_;
+    std::shared_ptr<const TextMap> tithi_;
+    std::shared_ptr<const TextMap> tithi_map_;
 };
 
 }  // namespace dinmala

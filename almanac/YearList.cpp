@@ -9,6 +9,15 @@ TextMap toTextMap(std::span<const KeyedText> entries) {
     return map;
 }
 
+std::shared_ptr<const TextMap> sharedTextMap(std::span<const KeyedText> entries, std::span<const KeyedText> constants) {
+    if (entries.data() != constants.data() || entries.size() != constants.size())
+        return std::make_shared<const TextMap>(toTextMap(entries));
+    static std::unordered_map<const KeyedText*, std::shared_ptr<const TextMap>> maps;
+    auto& map = maps[entries.data()];
+    if (!map) map = std::make_shared<const TextMap>(toTextMap(entries));
+    return map;
+}
+
 std::vector<std::string> namesOfDay(const TextMap& lists, const TextMap& names, std::string_view year,
                                     std::string_view dayMonth) {
     std::vector<std::string> result;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -12,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "calendar/Text.h"
+#include "base/Text.h"
 
 namespace dinmala {
 
@@ -25,6 +26,10 @@ using TextMap = std::unordered_map<std::string_view, std::string_view>;
 
 /// A map of the entries; a later entry replaces an earlier one of its key.
 [[nodiscard]] TextMap toTextMap(std::span<const KeyedText> entries);
+
+/// The same, made once for a process where the entries are `constants` of the program.
+[[nodiscard]] std::shared_ptr<const TextMap> sharedTextMap(std::span<const KeyedText> entries,
+                                                           std::span<const KeyedText> constants);
 
 struct YearToken {
     std::string_view head;

@@ -3,11 +3,12 @@
 
 #include <utility>
 
-#include "calendar/TimeZone.h"
+#include "base/TimeZone.h"
 
 namespace dinmala {
 
-AppDelegate::AppDelegate(Platform platform, Outlets outlets) : platform_(std::move(platform)), outlets_(outlets) {}
+AppDelegate::AppDelegate(Platform platform, Outlets outlets)
+    : platform_(std::move(platform)), outlets_(std::move(outlets)) {}
 
 void AppDelegate::awakeFromNib() {
     prefs_ = platform_.preferences;
@@ -17,37 +18,59 @@ void AppDelegate::awakeFromNib() {
         outlets_.logoMenuItem->setTitle("");
         outlets_.logoMenuItem->setImage(logoImage_);
     }
+    if (outlets_.calendarMenuItem != nullptr) outlets_.calendarMenuItem->setHidden(!platform_.openCalendar);
     statusItem_->setMenu(outlets_.statusMenu);
     statusItem_->setToolTip("Dinmala");
     statusItem_->setHighlightMode(true);
     applyStartupState();
+    beginWithEdition();
+    beginTelling();
     updateMenuItems();
     updateData();
 }
 
+void AppDelegate::launch() {
+    const Moment now = platform_.clock();
+    const Clock running = std::exchange(platform_.clock, [now] { return now; });
+    awakeFromNib();
+    applicationDidFinishLaunching(nullptr);
+    platform_.clock = running;
+}
+
 void AppDelegate::applicationDidFinishLaunching(Notification) {
-    const std::uint64_t now = localMinute();
+    minute_ = localMinute(platform_.clock());
+    isRunning_ = true;
     platform_.runLoop->everySecond([this] { checkTimer(); });
-    minute_ = now;
     platform_.runLoop->onSystemClockChange([this] { systemTimeChanged(nullptr); });
     platform_.runLoop->onWake([this] { systemTimeChanged(nullptr); });
-    checkUpdate();
+    if (platform_.whenShown) {
+        platform_.whenShown([this] { checkUpdate(); });
+    } else {
+        checkUpdate();
+    }
 }
 
 void AppDelegate::checkTimer() {
-    const std::uint64_t now = localMinute();
-    if (now == minute_) return;
-    minute_ = now;
-    updateData();
+    const Moment now = platform_.clock();
+    const std::uint64_t minute = localMinute(now);
+    // What another session of the user has chosen shows at once.
+    const bool chosen = prefs_->reload();
+    if (chosen) updateMenuItems();
+    if (minute == minute_ && !chosen) return;
+    minute_ = minute;
+    refresh(now);
 }
 
 void AppDelegate::systemTimeChanged(Notification) { updateData(); }
 
 void AppDelegate::nothingToDo(Sender) {}
 
-std::uint64_t AppDelegate::localMinute() const {
-    const auto sinceEpoch = machine().toLocal(platform_.clock()).time_since_epoch();
-    const auto minutes = std::chrono::floor<std::chrono::minutes>(sinceEpoch);
+void AppDelegate::openCalendar(Sender) {
+    if (platform_.openCalendar) platform_.openCalendar();
+}
+
+std::uint64_t AppDelegate::localMinute(Moment now) {
+    const auto minutes = std::chrono::floor<std::chrono::minutes>(machine().toLocal(now));
     return static_cast<std::uint64_t>((minutes - std::chrono::floor<std::chrono::hours>(minutes)).count());
 }
 

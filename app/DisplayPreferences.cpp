@@ -1,28 +1,17 @@
-// The eight display keys: their rules, their toggles, and their entries in the
+// The display keys, the flag's and one a piece: their rules, their toggles, and their entries in the
 // Settings property list.
 #include <algorithm>
 #include <array>
 
 #include "app/AppDelegate.h"
+#include "app/Pieces.h"
 
 namespace dinmala {
 
-/// The flag first, then the pieces in the order of the title.
-const AppDelegate::Toggle AppDelegate::kToggles[8] = {
-    {"icon", &Outlets::iconMenuItem},   {"year", &Outlets::yearMenuItem},   {"month", &Outlets::monthMenuItem},
-    {"day", &Outlets::dayMenuItem},     {"dow", &Outlets::dowMenuItem},     {"time", &Outlets::timeMenuItem},
-    {"tithi", &Outlets::tithiMenuItem}, {"event", &Outlets::eventMenuItem},
-};
-
 namespace {
 
-constexpr std::string_view kFlag = "icon";
 /// Shown when nothing else is.
 constexpr std::array<std::string_view, 3> kDefaults = {"month", "day", "time"};
-
-void setMark(MenuItem* item, bool on) {
-    if (item != nullptr) item->setState(on ? kOnState : kOffState);
-}
 
 /// The boolean that a property-list value stands for: a number that is not 0, or
 /// a text that begins with Y, T or a digit from 1 to 9 after blanks, a sign and
@@ -42,48 +31,58 @@ bool boolValue(const PropertyValue& value) {
 
 }  // namespace
 
+MenuItem* AppDelegate::itemOf(std::string_view key) const {
+    if (key == kFlagKey) return outlets_.iconMenuItem;
+    const auto piece = std::find_if(pieces().begin(), pieces().end(), [&](const Piece& one) { return one.key == key; });
+    return piece == pieces().end() ? nullptr : toggleOf(*piece, outlets_);
+}
+
+void AppDelegate::setMark(std::string_view key, bool on) {
+    if (MenuItem* item = itemOf(key)) item->setState(on ? kOnState : kOffState);
+}
+
 void AppDelegate::updateMenuItems() {
-    const auto isOn = [this](const Toggle& toggle) { return prefs_->boolForKey(toggle.key); };
-    if (std::any_of(std::begin(kToggles) + 1, std::end(kToggles), isOn)) prefs_->setBoolForKey(false, kFlag);
-    if (std::none_of(std::begin(kToggles), std::end(kToggles), isOn)) {
+    const auto isOn = [this](const Piece& piece) { return prefs_->boolForKey(piece.key); };
+    if (std::any_of(pieces().begin(), pieces().end(), isOn)) {
+        prefs_->setBoolForKey(false, kFlagKey);
+    } else if (!prefs_->boolForKey(kFlagKey)) {
         for (const std::string_view key : kDefaults) prefs_->setBoolForKey(true, key);
     }
-    for (const Toggle& toggle : kToggles) setMark(itemOf(toggle), isOn(toggle));
+    setMark(kFlagKey, prefs_->boolForKey(kFlagKey));
+    for (const Piece& piece : pieces()) setMark(piece.key, isOn(piece));
     prefs_->synchronize();
 }
 
-void AppDelegate::flip(std::string_view key) {
-    const auto* toggle =
-        std::find_if(std::begin(kToggles), std::end(kToggles), [&](const Toggle& one) { return one.key == key; });
-    const MenuItem* item = itemOf(*toggle);
+void AppDelegate::toggle(std::string_view key) {
+    prefs_->reload();
+    const MenuItem* item = itemOf(key);
     // The mark decides, not the key. An item that is not connected has no mark;
     // its key does as well.
     const bool on = item != nullptr ? item->state() == kOffState : !prefs_->boolForKey(key);
     prefs_->setBoolForKey(on, key);
-    if (on && key == kFlag) {
-        for (const Toggle& piece : kToggles) {
-            if (piece.key == kFlag) continue;
+    if (on && key == kFlagKey) {
+        for (const Piece& piece : pieces()) {
             prefs_->setBoolForKey(false, piece.key);
-            setMark(itemOf(piece), false);
+            setMark(piece.key, false);
         }
     }
     updateMenuItems();
     updateData();
 }
 
-void AppDelegate::setIcon(Sender) { flip("icon"); }
-void AppDelegate::setYear(Sender) { flip("year"); }
-void AppDelegate::setMonth(Sender) { flip("month"); }
-void AppDelegate::setDay(Sender) { flip("day"); }
-void AppDelegate::setDow(Sender) { flip("dow"); }
-void AppDelegate::setTime(Sender) { flip("time"); }
-void AppDelegate::setTithi(Sender) { flip("tithi"); }
-void AppDelegate::setEvent(Sender) { flip("event"); }
+void AppDelegate::setIcon(Sender) { toggle("icon"); }
+void AppDelegate::setYear(Sender) { toggle("year"); }
+void AppDelegate::setMonth(Sender) { toggle("month"); }
+void AppDelegate::setDay(Sender) { toggle("day"); }
+void AppDelegate::setDow(Sender) { toggle("dow"); }
+void AppDelegate::setTime(Sender) { toggle("time"); }
+void AppDelegate::setTithi(Sender) { toggle("tithi"); }
+void AppDelegate::setEvent(Sender) { toggle("event"); }
 
 bool AppDelegate::getPlist(std::string_view key) const {
     const auto path = platform_.bundle.pathForResource("Settings", "plist");
-    const bool known =
-        std::any_of(std::begin(kToggles), std::end(kToggles), [&](const Toggle& toggle) { return toggle.key == key; });
+    const bool known = key == kFlagKey || std::any_of(pieces().begin(), pieces().end(),
+                                                      [&](const Piece& piece) { return piece.key == key; });
     if (!path || !known) return false;
     const auto settings = platform_.readPropertyList(*path);
     if (!settings) return false;

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <utility>
+
+#include "app/Pieces.h"
+#include "i18n/Translation.h"
 
 namespace dinmala {
 
@@ -12,52 +15,81 @@ namespace {
 
 using nlohmann::json;
 
-template <typename Object>
-struct Outlet {
+struct ItemOutlet {
     std::string_view name;
-    Object* Outlets::*member;
+    MenuItem* Outlets::*member;
 };
 
-constexpr Outlet<MenuItem> kItemOutlets[] = {
-    {"dateMenuItem", &Outlets::dateMenuItem},       {"descriptionMenuItem", &Outlets::descriptionMenuItem},
-    {"startupMenuItem", &Outlets::startupMenuItem}, {"logoMenuItem", &Outlets::logoMenuItem},
-    {"iconMenuItem", &Outlets::iconMenuItem},       {"yearMenuItem", &Outlets::yearMenuItem},
-    {"monthMenuItem", &Outlets::monthMenuItem},     {"dayMenuItem", &Outlets::dayMenuItem},
-    {"dowMenuItem", &Outlets::dowMenuItem},         {"timeMenuItem", &Outlets::timeMenuItem},
-    {"tithiMenuItem", &Outlets::tithiMenuItem},     {"eventMenuItem", &Outlets::eventMenuItem},
+constexpr ItemOutlet kItemOutlets[] = {
+    {"dateMenuItem", &Outlets::dateMenuItem},
+    {"descriptionMenuItem", &Outlets::descriptionMenuItem},
+    {"startupMenuItem", &Outlets::startupMenuItem},
+    {"logoMenuItem", &Outlets::logoMenuItem},
+    {"iconMenuItem", &Outlets::iconMenuItem},
+    {"noteMenuItem", &Outlets::noteMenuItem},
+    {"currentEditionMenuItem", &Outlets::currentEditionMenuItem},
+    {"firstEditionMenuItem", &Outlets::firstEditionMenuItem},
+    {"tellMenuItem", &Outlets::tellMenuItem},
+    {"tellNeverMenuItem", &Outlets::tellNeverMenuItem},
+    {"tellEveningMenuItem", &Outlets::tellEveningMenuItem},
+    {"tellMorningMenuItem", &Outlets::tellMorningMenuItem},
+    {"tellHolidaysMenuItem", &Outlets::tellHolidaysMenuItem},
+    {"tellAllMenuItem", &Outlets::tellAllMenuItem},
+    {"tellLeftMenuItem", &Outlets::tellLeftMenuItem},
+    {"calendarMenuItem", &Outlets::calendarMenuItem},
 };
-
-constexpr Outlet<Label> kLabelOutlets[] = {
-    {"txtMonth", &Outlets::txtMonth}, {"txtYear", &Outlets::txtYear},   {"txtTime", &Outlets::txtTime},
-    {"txtTithi", &Outlets::txtTithi}, {"txtEvent", &Outlets::txtEvent}, {"txtDow", &Outlets::txtDow},
-    {"txtDay", &Outlets::txtDay},
-};
-
-constexpr Outlet<Button> kButtonOutlets[] = {{"btnNotification", &Outlets::btnNotification}};
 
 struct Action {
     std::string_view name;
     void (AppDelegate::*run)(Sender);
+    bool opensSite = false;  ///< a row for it is of use only where there is a site
 };
 
 constexpr Action kActions[] = {
-    {"nothingToDo:", &AppDelegate::nothingToDo}, {"changeAppStartup:", &AppDelegate::changeAppStartup},
-    {"goToWeb:", &AppDelegate::goToWeb},         {"goToUpdateURL:", &AppDelegate::goToUpdateURL},
-    {"setIcon:", &AppDelegate::setIcon},         {"setYear:", &AppDelegate::setYear},
-    {"setMonth:", &AppDelegate::setMonth},       {"setDay:", &AppDelegate::setDay},
-    {"setDow:", &AppDelegate::setDow},           {"setTime:", &AppDelegate::setTime},
-    {"setTithi:", &AppDelegate::setTithi},       {"setEvent:", &AppDelegate::setEvent},
+    {"nothingToDo:", &AppDelegate::nothingToDo},
+    {"changeAppStartup:", &AppDelegate::changeAppStartup},
+    {"goToWeb:", &AppDelegate::goToWeb, true},
+    {"goToUpdateURL:", &AppDelegate::goToUpdateURL, true},
+    {"setIcon:", &AppDelegate::setIcon},
+    {"setCurrentEdition:", &AppDelegate::setCurrentEdition},
+    {"setFirstEdition:", &AppDelegate::setFirstEdition},
+    {"tellNever:", &AppDelegate::tellNever},
+    {"tellInEvening:", &AppDelegate::tellInEvening},
+    {"tellInMorning:", &AppDelegate::tellInMorning},
+    {"tellOfHolidays:", &AppDelegate::tellOfHolidays},
+    {"tellOfAll:", &AppDelegate::tellOfAll},
+    {"tellOfLeft:", &AppDelegate::tellOfLeft},
+    {"openCalendar:", &AppDelegate::openCalendar},
 };
 
 constexpr std::string_view kTerminate = "terminate:";
 
-/// The entry of a name, or null.
-template <typename Entry, std::size_t N>
-const Entry* entryOf(const Entry (&entries)[N], std::string_view name) {
-    for (const Entry& entry : entries) {
-        if (entry.name == name) return &entry;
+/// More than any menu has, and little enough for the stack.
+constexpr int kDeepest = 8;
+
+std::string capitalized(std::string_view key) {
+    std::string word{key};
+    if (!word.empty()) word[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(word[0])));
+    return word;
+}
+
+/// The piece that a name stands for, made of its key by one of the patterns of Piece; null for none.
+template <typename Pattern>
+const Piece* pieceNamed(std::string_view name, Pattern&& pattern) {
+    for (const Piece& piece : pieces()) {
+        if (pattern(piece.key) == name) return &piece;
     }
     return nullptr;
+}
+
+/// What an action does; null for a name that none has.
+std::function<void(AppDelegate&)> actionNamed(std::string_view name) {
+    for (const Action& action : kActions) {
+        if (action.name == name) return [run = action.run](AppDelegate& delegate) { (delegate.*run)(nullptr); };
+    }
+    const Piece* piece = pieceNamed(name, [](auto key) { return "set" + capitalized(key) + ":"; });
+    if (piece == nullptr) return nullptr;
+    return [key = piece->key](AppDelegate& delegate) { delegate.toggle(key); };
 }
 
 }  // namespace
@@ -65,7 +97,6 @@ const Entry* entryOf(const Entry (&entries)[N], std::string_view name) {
 /// Walks the definition; `where` names the row for messages: "rows[2].rows[0]".
 struct Interface::Builder {
     Interface& interface;
-    std::string_view language;
 
     [[noreturn]] static void fail(const std::string& where, const std::string& why) {
         throw InterfaceError(where + ": " + why);
@@ -76,24 +107,43 @@ struct Interface::Builder {
         return row.at(key).get<std::string>();
     }
 
-    /// The title in the interface's language, else in English, else the first.
-    [[nodiscard]] std::string title(const json& row, const std::string& where) const {
-        if (!row.contains("title")) return {};
-        const json& titles = row.at("title");
-        if (!titles.is_object() || titles.empty()) fail(where, "\"title\" is not a table of languages");
-        for (const std::string& wanted : {std::string{language}, std::string{"en"}}) {
-            if (titles.contains(wanted)) return text(titles, wanted.c_str(), where);
-        }
-        return text(titles, titles.begin().key().c_str(), where);
+    /// The title in the user's language.
+    static std::string title(const json& row, const std::string& where) {
+        const std::string english = row.contains("title") ? text(row, "title", where) : "";
+        return english.empty() ? english : tr(english.c_str());
     }
 
-    template <typename Object, std::size_t N>
-    void connectOutlet(const Outlet<Object> (&outlets)[N], const std::string& name, Object& object,
-                       const std::string& where) const {
-        const auto* outlet = entryOf(outlets, name);
-        if (outlet == nullptr) fail(where, "there is no outlet " + name + " of this kind");
-        if (interface.outlets_.*(outlet->member) != nullptr) fail(where, "outlet " + name + " is connected already");
-        interface.outlets_.*(outlet->member) = &object;
+    /// Where an outlet's object is kept.
+    [[nodiscard]] MenuItem*& itemOutlet(const std::string& name, const std::string& where) const {
+        for (const ItemOutlet& outlet : kItemOutlets) {
+            if (outlet.name == name) return interface.outlets_.*(outlet.member);
+        }
+        const Piece* piece = pieceNamed(name, [](auto key) { return std::string{key} + "MenuItem"; });
+        if (piece == nullptr) failOutlet(name, where);
+        if (piece->toggle != nullptr) return interface.outlets_.*(piece->toggle);
+        return interface.outlets_.toggles[std::string{piece->key}];
+    }
+
+    [[nodiscard]] Label*& labelOutlet(const std::string& name, const std::string& where) const {
+        const Piece* piece = pieceNamed(name, [](auto key) { return "txt" + capitalized(key); });
+        if (piece == nullptr) failOutlet(name, where);
+        if (piece->label != nullptr) return interface.outlets_.*(piece->label);
+        return interface.outlets_.labels[std::string{piece->key}];
+    }
+
+    [[nodiscard]] Button*& buttonOutlet(const std::string& name, const std::string& where) const {
+        if (name != "btnNotification") failOutlet(name, where);
+        return interface.outlets_.btnNotification;
+    }
+
+    [[noreturn]] static void failOutlet(const std::string& name, const std::string& where) {
+        fail(where, "there is no outlet " + name + " of this kind");
+    }
+
+    template <typename Object>
+    static void connectOutlet(Object*& outlet, Object& object, const std::string& name, const std::string& where) {
+        if (outlet != nullptr) fail(where, "outlet " + name + " is connected already");
+        outlet = &object;
     }
 
     static void checkKeys(const json& row, const std::string& where) {
@@ -113,7 +163,7 @@ struct Interface::Builder {
     /// A label's place: its row shows the caption and the label's text.
     void addLabel(MenuItem& item, const std::string& name, const std::string& where) const {
         Label& label = *interface.labels_.emplace_back(std::make_unique<Label>());
-        connectOutlet(kLabelOutlets, name, label, where);
+        connectOutlet(labelOutlet(name, where), label, name, where);
         label.setObserver([&item, &label, caption = item.title()] {
             item.setTitle(caption + ": " + (label.stringValue().empty() ? "–" : label.stringValue()));
         });
@@ -122,12 +172,12 @@ struct Interface::Builder {
     /// A button's place: its row is there while the button is.
     void addButton(MenuItem& item, const std::string& name, const std::string& where) const {
         Button& button = *interface.buttons_.emplace_back(std::make_unique<Button>());
-        connectOutlet(kButtonOutlets, name, button, where);
+        connectOutlet(buttonOutlet(name, where), button, name, where);
         item.setHidden(button.isHidden());
         button.setObserver([&item, &button] { item.setHidden(button.isHidden()); });
     }
 
-    void addRow(Menu& menu, const json& row, const std::string& where) const {
+    void addRow(Menu& menu, const json& row, const std::string& where, int depth) const {
         if (!row.is_object()) fail(where, "a row is not an object");
         checkKeys(row, where);
         const bool separator = flag(row, "separator", where);
@@ -136,29 +186,33 @@ struct Interface::Builder {
         MenuItem& item = menu.add(std::make_unique<MenuItem>(kind));
         if (separator) return;
         item.setTitle(title(row, where));
-        if (row.contains("outlet")) connectOutlet(kItemOutlets, text(row, "outlet", where), item, where);
+        if (row.contains("outlet")) {
+            const std::string name = text(row, "outlet", where);
+            connectOutlet(itemOutlet(name, where), item, name, where);
+        }
         if (row.contains("label")) addLabel(item, text(row, "label", where), where);
         if (row.contains("button")) addButton(item, text(row, "button", where), where);
         if (row.contains("action")) {
             std::string action = text(row, "action", where);
-            if (action != kTerminate && entryOf(kActions, action) == nullptr)
-                fail(where, "there is no action " + action);
+            if (action != kTerminate && !actionNamed(action)) fail(where, "there is no action " + action);
             interface.actions_.emplace(&item, std::move(action));
         }
         if (row.contains("rows")) {
             auto submenu = std::make_shared<Menu>();
-            addRows(*submenu, row.at("rows"), where + ".rows");
+            addRows(*submenu, row.at("rows"), where + ".rows", depth + 1);
             item.setSubmenu(std::move(submenu));
         }
     }
 
-    void addRows(Menu& menu, const json& rows, const std::string& where) const {
+    void addRows(Menu& menu, const json& rows, const std::string& where, int depth) const {
+        if (depth > kDeepest) fail(where, "is too deep");
         if (!rows.is_array() || rows.empty()) fail(where, "is not a list of rows");
-        for (std::size_t i = 0; i < rows.size(); ++i) addRow(menu, rows[i], where + "[" + std::to_string(i) + "]");
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            addRow(menu, rows[i], where + "[" + std::to_string(i) + "]", depth);
     }
 };
 
-Interface::Interface(std::string_view definition, std::string_view language) {
+Interface::Interface(std::string_view definition) {
     json root;
     try {
         root = json::parse(definition);
@@ -167,7 +221,7 @@ Interface::Interface(std::string_view definition, std::string_view language) {
         throw InterfaceError(message.substr(message.find("] ") + 2));
     }
     if (!root.is_object() || !root.contains("rows")) throw InterfaceError("has no \"rows\"");
-    Builder{*this, language}.addRows(statusMenu_, root.at("rows"), "rows");
+    Builder{*this}.addRows(statusMenu_, root.at("rows"), "rows", 1);
     outlets_.statusMenu = &statusMenu_;
 }
 
@@ -176,8 +230,10 @@ void Interface::connect(AppDelegate& delegate, const std::function<void()>& term
         if (name == kTerminate) {
             item->setAction(terminate);
         } else {
-            const auto run = entryOf(kActions, name)->run;
-            item->setAction([&delegate, run] { (delegate.*run)(nullptr); });
+            item->setAction([&delegate, run = actionNamed(name)] { run(delegate); });
+            const auto same = [name = std::string_view{name}](const Action& action) { return action.name == name; };
+            const auto* action = std::find_if(std::begin(kActions), std::end(kActions), same);
+            if (action != std::end(kActions) && action->opensSite && !delegate.hasSite()) item->setEnabled(false);
         }
     }
 }

@@ -26,10 +26,9 @@ public:
     /// Makes the objects that a definition describes.
     /// @param definition the text of resources/MainMenu.json; its form is told in
     ///                   docs/interface-definition.md
-    /// @param language   "ne" or "en": which of a row's titles to show
     /// @throws InterfaceError when the text is not a definition, names an outlet
     ///         or an action that does not exist, or names one outlet twice
-    Interface(std::string_view definition, std::string_view language);
+    explicit Interface(std::string_view definition);
 
     [[nodiscard]] const Outlets& outlets() const { return outlets_; }
 

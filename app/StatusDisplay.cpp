@@ -1,44 +1,15 @@
 // The refresh: from a new store to the pieces, the labels, the menu lines and
 // the status item.
+#include <utility>
+#include <vector>
+
+#include "agenda/Today.h"
 #include "app/AppDelegate.h"
-#include "calendar/DataStoreFunctions.h"
-#include "calendar/MonthRecord.h"
-#include "calendar/Text.h"
+#include "app/Pieces.h"
 
 namespace dinmala {
 
 namespace {
-
-/// Stands for a piece that cannot be told, on a day outside the month table.
-constexpr std::string_view kUnknown = "–";
-constexpr std::string_view kOutsideTable = "आजको मिति पात्रोमा छैन";  // today's date is not in the calendar
-
-struct Pieces {
-    std::string year, month, day, dow, time, tithi, event;
-};
-
-Pieces piecesOf(const DataStore& ds) {
-    Pieces pieces;
-    const std::string year = std::to_string(ds.currentBSYear());
-    pieces.year = DataStoreFunctions::convertStringNumber2Nepali(year);
-    pieces.month = ds.getMonthName("bs", "long", ds.currentBSMonth());
-    pieces.day = DataStoreFunctions::getNepaliDateDigitFor(static_cast<std::int32_t>(ds.getBsCurrentDay()));
-    pieces.dow = ds.getWeekDayName("bs", "short", static_cast<std::uint64_t>(intValue(ds.getCurrentBSDayOfWeek())));
-    pieces.time = ds.getCurrentBSTime();
-    if (!ds.coversToday()) {
-        pieces.year = pieces.month = pieces.day = pieces.tithi = kUnknown;
-        pieces.event = kOutsideTable;
-        return pieces;
-    }
-    const std::string dayMonth = padded(ds.getBsCurrentDay(), 2) + padded(ds.currentBSMonth(), 2);
-    pieces.tithi = joined(ds.getDayTithi(year, dayMonth), "/ ");
-    pieces.event = joined(ds.getDayEvent(year, dayMonth), "/ ");
-    return pieces;
-}
-
-void write(Label* label, const std::string& text) {
-    if (label != nullptr) label->setStringValue(text);
-}
 
 void write(MenuItem* item, std::string text) {
     if (item != nullptr) item->setTitle(std::move(text));
@@ -46,45 +17,64 @@ void write(MenuItem* item, std::string text) {
 
 }  // namespace
 
-void AppDelegate::updateData() {
-    ds_ = std::make_unique<DataStore>(platform_.clock);
-    const Pieces pieces = piecesOf(*ds_);
+void AppDelegate::updateData() { refresh(platform_.clock()); }
 
-    write(outlets_.txtYear, pieces.year);
-    write(outlets_.txtMonth, pieces.month);
-    write(outlets_.txtDay, pieces.day);
-    write(outlets_.txtDow, pieces.dow);
-    write(outlets_.txtTime, pieces.time);
-    write(outlets_.txtTithi, pieces.tithi);
-    write(outlets_.txtEvent, pieces.event);
+void AppDelegate::refresh(Moment now) {
+    if (prefs_->reload()) updateMenuItems();
+    const EditionId edition = editionId();
+    std::optional<AlmanacDay> almanac;
+    StoreTexts store;
+    if (edition == EditionId::current) {
+        // The almanac tells the day's tithis and events; the store's lists stay empty.
+        const Edition& current = platform_.edition(edition);
+        store = {{}, {}, {}, current.calendar, {}};
+        const auto date = current.calendar.toDate(nepalDay(std::chrono::floor<std::chrono::seconds>(now)));
+        if (date) almanac = current.almanac.day(*date);
+    }
+    ds_ = std::make_unique<DataStore>([now] { return now; }, store);
+    const Today today{*ds_, almanac ? &*almanac : nullptr};
+    showEdition(edition, today.almanac);
+    showTelling();
+    std::vector<std::string> texts;
+    texts.reserve(pieces().size());
+    for (const Piece& piece : pieces()) texts.push_back(piece.text(today));
+    const auto textOf = [&](std::string_view key) -> const std::string& {
+        std::size_t at = 0;
+        while (pieces()[at].key != key) ++at;
+        return texts[at];
+    };
 
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (Label* label = labelOf(pieces()[i], outlets_)) label->setStringValue(texts[i]);
+    }
     write(outlets_.dateMenuItem,
-          pieces.year + " " + pieces.month + " " + pieces.day + " " + pieces.dow + " " + pieces.time);
-    write(outlets_.descriptionMenuItem, pieces.tithi + ", " + pieces.event);
+          textOf("year") + " " + textOf("month") + " " + textOf("day") + " " + textOf("dow") + " " + textOf("time"));
+    // The comma stands alone on a day without lists, in the first edition; that is deliberate.
+    const bool noEvent = today.almanac != nullptr && textOf("event").empty();
+    write(outlets_.descriptionMenuItem, noEvent ? textOf("tithi") : textOf("tithi") + ", " + textOf("event"));
 
+    showTitle(texts);
+    tellOfFestivals(now);
+}
+
+void AppDelegate::showTitle(const std::vector<std::string>& texts) {
     statusItem_->setImage(nullptr);
     statusItem_->setAlternateImage(nullptr);
     statusItem_->setTitle(std::nullopt);
-    if (prefs_->boolForKey("icon")) {
+    if (prefs_->boolForKey(kFlagKey)) {
         statusImage_ = loadResource("NepalFlag");
         statusHighLightImage_ = loadResource("NepalFlag");
         statusItem_->setImage(statusImage_);
         statusItem_->setAlternateImage(statusHighLightImage_);
         return;
     }
+    // The year takes the place of the empty start; any other piece is joined to
+    // it, so that without the year the title begins with a blank. That is deliberate.
     std::string title;
-    if (prefs_->boolForKey("year")) title = pieces.year;
-    // Joined to an empty start too: without the year the title begins with a
-    // blank. That is deliberate.
-    const auto append = [&](std::string_view key, const std::string& piece) {
-        if (prefs_->boolForKey(key)) title += " " + piece;
-    };
-    append("month", pieces.month);
-    append("day", pieces.day);
-    append("dow", pieces.dow);
-    append("time", pieces.time);
-    append("tithi", pieces.tithi);
-    append("event", pieces.event);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (!prefs_->boolForKey(pieces()[i].key)) continue;
+        title = i == 0 ? texts[i] : title + " " + texts[i];
+    }
     statusItem_->setTitle(std::move(title));
 }
 

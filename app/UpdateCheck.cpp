@@ -1,4 +1,6 @@
 // The update check and the vendor's pages.
+#include <array>
+#include <charconv>
 #include <nlohmann/json.hpp>
 
 #include "app/AppDelegate.h"
@@ -30,12 +32,16 @@ bool AppDelegate::checkUpdate() {
     const std::string version = infoText("CFBundleShortVersionString");
     Button* button = outlets_.btnNotification;
     if (button != nullptr) button->setHidden(true);
-    const std::string host = infoText(kHostKey);
-    if (host.empty() || host.ends_with(kReservedDomain)) return false;
+    if (!hasSite()) return false;
     const auto body = platform_.httpGet(siteUrl("/apps/mac/request/vcheck/v/" + version + "/b/" + build));
     if (!body || !announcesUpdate(*body)) return false;
     if (button != nullptr) button->setHidden(false);
     return true;
+}
+
+bool AppDelegate::hasSite() const {
+    const std::string host = infoText(kHostKey);
+    return !host.empty() && !host.ends_with(kReservedDomain);
 }
 
 void AppDelegate::goToWeb(Sender) { platform_.openUrl(siteUrl("/?ref=mac")); }
@@ -51,7 +57,11 @@ std::string AppDelegate::infoText(std::string_view key) const {
     if (entry == platform_.bundle.info.end()) return {};
     if (const auto* text = std::get_if<std::string>(&entry->second)) return *text;
     if (const auto* number = std::get_if<std::int64_t>(&entry->second)) return std::to_string(*number);
-    return {};
+    if (const auto* truth = std::get_if<bool>(&entry->second)) return *truth ? "1" : "0";
+    // The shortest text that reads as the same number: 1.5, not 1.500000.
+    std::array<char, 32> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), std::get<double>(entry->second)).ptr;
+    return {text.data(), end};
 }
 
 }  // namespace dinmala

@@ -4,6 +4,8 @@
 #include <langinfo.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <chrono>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -12,21 +14,28 @@
 #include <iostream>
 #include <sstream>
 
+#include "agenda/EditionSource.h"
+#include "agenda/Sentences.h"
+#include "agenda/Summary.h"
+#include "agenda/Today.h"
 #include "app/AppDelegate.h"
 #include "app/FaceChoice.h"
 #include "app/Interface.h"
-#include "app/platform/linux/AutostartLoginItems.h"
-#include "app/platform/linux/ChildFetch.h"
-#include "app/platform/linux/GlibRunLoop.h"
-#include "app/platform/linux/ImageFile.h"
-#include "app/platform/linux/InstalledBundle.h"
-#include "app/platform/linux/KeyFilePreferences.h"
-#include "app/platform/linux/OpenUrl.h"
-#include "app/platform/linux/PanelFace.h"
-#include "app/platform/linux/PropertyListFile.h"
-#include "app/platform/linux/SessionBus.h"
-#include "app/platform/terminal/LinesFace.h"
-#include "app/platform/terminal/TerminalFace.h"
+#include "app/faces/panel/CalendarProgram.h"
+#include "app/faces/panel/PanelFace.h"
+#include "app/faces/terminal/LinesFace.h"
+#include "app/faces/terminal/TerminalFace.h"
+#include "desktop/AutostartLoginItems.h"
+#include "desktop/ChildFetch.h"
+#include "desktop/GlibRunLoop.h"
+#include "desktop/ImageFile.h"
+#include "desktop/InstalledBundle.h"
+#include "desktop/KeyFilePreferences.h"
+#include "desktop/Notifications.h"
+#include "desktop/OpenUrl.h"
+#include "desktop/PropertyListFile.h"
+#include "desktop/SessionBus.h"
+#include "desktop/StateFile.h"
 #include "i18n/Translation.h"
 
 namespace dinmala {
@@ -36,35 +45,35 @@ constexpr int kUsageError = 2;
 constexpr unsigned kPatience = 30;  // seconds; at login a panel may come after the program
 
 std::string help() {
-    return tr(
-        "Dinmala shows today's Bikram Sambat date, with Nepal's time, the tithi and the\n"
-        "day's festivals, in the desktop's panel.\n"
-        "\n"
-        "usage: dinmala [--help | --version]\n"
-        "\n"
-        "DINMALA_FACE chooses what it shows:\n"
-        "  panel     an item in the panel, with a menu\n"
-        "  terminal  the same in this terminal, operated by keys\n"
-        "  lines     the title as a line of text at every refresh, for bars and scripts\n"
-        "Unset, it takes the panel where there is one, else the terminal.\n");
+    return tr("Dinmala shows today's Bikram Sambat date, with Nepal's time, the tithi and the\n"
+              "day's festivals, in the desktop's panel.\n"
+              "\n"
+              "usage: dinmala [--edition current|first | --help | --version]\n"
+              "\n"
+              "The calendar comes in two editions: \"current\", as Nepal publishes it today, and\n"
+              "\"first\", as first made in 2015. DINMALA_EDITION chooses too, and so does the menu.\n"
+              "\n"
+              "DINMALA_FACE chooses what it shows:\n"
+              "  panel     an item in the panel, with a menu\n"
+              "  terminal  the same in this terminal, operated by keys\n"
+              "  lines     the title as a line of text at every refresh, for bars and scripts\n"
+              "Unset, it takes the panel where there is one, else the terminal.\n") +
+           "\n" + tr("DINMALA_LINES=json or i3bar makes the lines objects for waybar, or for i3bar and swaybar.\n");
 }
 
 void say(const std::string& message) { std::cerr << "dinmala: " << message << std::endl; }
+
+/// What is asked for is written, or the status tells that it is not.
+int print(const std::string& text) {
+    if (std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return EXIT_SUCCESS;
+    say(tr("cannot write: {1}", {std::strerror(errno)}));
+    return EXIT_FAILURE;
+}
 
 /// Character widths and file names need UTF-8, whatever the locale is.
 void setLocale() {
     std::setlocale(LC_ALL, "");
     if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) std::setlocale(LC_CTYPE, "C.UTF-8");
-}
-
-/// "ne" when the user prefers Nepali to English, else "en".
-std::string language() {
-    for (const char* const* name = g_get_language_names(); *name != nullptr; ++name) {
-        const std::string_view language{*name};
-        if (language.starts_with("ne")) return "ne";
-        if (language.starts_with("en") || language == "C") break;
-    }
-    return "en";
 }
 
 std::string interfaceDefinition(const Bundle& bundle) {
@@ -85,8 +94,33 @@ bool openStandardDescriptors() {
     return hasOutput;
 }
 
-int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus, bool hasOutput) {
+/// What the command line and the environment ask for.
+struct Asked {
+    std::optional<EditionId> edition;
+    std::optional<std::string> wrongEdition;  ///< a word that names none; an empty one is a word too
+};
+
+Asked asked(int argc, char** argv) {
+    std::optional<std::string> word;
+    if (const char* variable = std::getenv("DINMALA_EDITION"); variable != nullptr && *variable != '\0')
+        word = variable;
+    constexpr std::string_view kOption = "--edition";
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        if (argument == kOption) word = i + 1 < argc ? argv[i + 1] : "?";
+        if (argument.starts_with(kOption) && argument.substr(kOption.size()).starts_with('=')) {
+            word = argument.substr(kOption.size() + 1);
+        }
+    }
+    Asked result{word ? editionNamed(*word) : std::nullopt, {}};
+    if (!result.edition) result.wrongEdition = word;
+    return result;
+}
+
+int run(const FaceChoice& choice, LineForm lineForm, std::optional<EditionId> edition,
+        const Glib::RefPtr<Gio::DBus::Connection>& bus, bool hasOutput) {
     GlibRunLoop loop;
+    EditionSource editions;
     int status = EXIT_SUCCESS;
     const auto quit = [&loop] { loop.quit(); };
 
@@ -98,7 +132,24 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
     };
 
     const Bundle bundle = makeBundle();
-    Interface interface { interfaceDefinition(bundle), language() };
+    Interface interface { interfaceDefinition(bundle) };
+
+    const std::string calendarProgram = inPanel ? windowProgram(bundle.bundlePath) : std::string{};
+    CalendarProgram calendar{bus, calendarProgram, tell};
+    std::function<void()> openCalendar;
+    // The terminal's calendar opens when all is set up.
+    KeyFilePreferences preferences{KeyFilePreferences::defaultPath(), tell};
+    const AppDelegate* shell = nullptr;
+    const auto shown = [&]() -> TerminalFace::Shown {
+        const auto now = std::chrono::floor<std::chrono::seconds>(systemNow());
+        return {shell->edition(), nepalDay(now),
+                keptLook(preferences.textForKey(kLanguageKey), preferences.textForKey(kDigitsKey))};
+    };
+    const auto keep = [&](PageLook look) {
+        preferences.setTextForKey(keptWord(look.language), kLanguageKey);
+        preferences.setTextForKey(keptWord(look.digits), kDigitsKey);
+        preferences.synchronize();
+    };
 
     std::unique_ptr<Face> face;
     if (inPanel) {
@@ -118,15 +169,25 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
                 tr("no panel takes status items yet, so Dinmala waits unseen; in GNOME the extension AppIndicator "
                    "takes them"));
         });
+        if (!calendarProgram.empty()) {
+            panel->whenClicked([&calendar] { calendar.click(); });
+            openCalendar = [&calendar, item = panel.get()] { calendar.open(item->takeToken()); };
+        }
+        panel->ifMenuFails(
+            [&] { tell(tr("Dinmala's menu cannot be reached over the session bus, so the item has none")); });
         face = std::move(panel);
     } else if (choice.kind == FaceKind::terminal) {
-        face = std::make_unique<TerminalFace>(quit, language());
+        auto terminal = std::make_unique<TerminalFace>(quit, TerminalFace::Calendar{shown, keep});
+        openCalendar = [terminal = terminal.get()] { terminal->openPage(); };
+        face = std::move(terminal);
     } else {
-        face = std::make_unique<LinesFace>(quit, hasOutput ? STDOUT_FILENO : -1);
+        face = std::make_unique<LinesFace>(quit, hasOutput ? STDOUT_FILENO : -1, lineForm, [&] {
+            const auto now = std::chrono::floor<std::chrono::seconds>(systemNow());
+            return daySummary(shell->edition(), nepalDay(now), Language::nepali, Digits::devanagari);
+        });
     }
     face->setOutlets(interface.outlets());
 
-    KeyFilePreferences preferences{KeyFilePreferences::defaultPath(), tell};
     AutostartLoginItems loginItems{AutostartLoginItems::defaultFolder(),
                                    bundle.pathForResource("logo", "png").value_or("dinmala"), tell};
     Platform platform;
@@ -134,18 +195,41 @@ int run(const FaceChoice& choice, const Glib::RefPtr<Gio::DBus::Connection>& bus
     platform.preferences = &preferences;
     platform.loginItems = &loginItems;
     platform.runLoop = &loop;
+    platform.edition = [&](EditionId id) -> const Edition& {
+        const Edition& found = editions.get(id);
+        for (const std::string& problem : editions.takeProblems()) {
+            tell(tr("a year's file is not taken, the built-in year stays: {1}", {problem}));
+        }
+        return found;
+    };
+    platform.askedEdition = edition;
+    platform.tell = tell;
+    std::unique_ptr<DesktopNotifier> notifier;
+    if (bus) notifier = std::make_unique<DesktopNotifier>(bus);
+    platform.notifier = notifier.get();
+    platform.changeState = [state = StateFile(StateFile::defaultPath())](const ChangeText& change) {
+        const int error = state.change(change);
+        return error == 0 ? std::string{} : state.path() + ": " + errorText(error);
+    };
+    if (const std::string window = windowProgram(bundle.bundlePath); !window.empty()) {
+        platform.showDay = [&, window](const std::string& date, const std::string& token) {
+            startProgram({window, "--date", date}, token, tell);
+        };
+    }
     platform.statusItemWithLength = [&](double length) { return face->statusItemWithLength(length); };
+    platform.whenShown = [&](std::function<void()> callback) { face->whenShown(std::move(callback)); };
     platform.loadImage = loadImage;
     platform.readPropertyList = readPropertyList;
     platform.httpGet = [fetch = fetchHelper(bundle.bundlePath)](const std::string& url) {
         return httpGetByChild(fetch, url);
     };
+    platform.openCalendar = openCalendar;
     platform.openUrl = [&](const std::string& url) { openUrl(url, tell); };
 
     AppDelegate delegate{std::move(platform), interface.outlets()};
+    shell = &delegate;
     interface.connect(delegate, quit);
-    delegate.awakeFromNib();
-    face->whenShown([&] { delegate.applicationDidFinishLaunching(nullptr); });
+    delegate.launch();
     loop.run();
     return status;
 }
@@ -161,7 +245,7 @@ Glib::RefPtr<Gio::DBus::Connection> sessionBus() {
     }
 }
 
-int start() {
+int start(const Asked& wanted) {
     const bool hasOutput = openStandardDescriptors();
     Gio::init();
     const Glib::RefPtr<Gio::DBus::Connection> bus = sessionBus();
@@ -171,9 +255,20 @@ int start() {
     around.hasWatcher = bus && watcherPresent(bus);
     around.onTerminal = isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
 
+    if (wanted.wrongEdition) {
+        say(tr("there is no edition \"{1}\"; it is current or first", {withoutControls(*wanted.wrongEdition)}));
+        return kUsageError;
+    }
     const auto choice = chooseFace(around);
     if (!choice) {
-        say(tr("there is no face \"{1}\"; DINMALA_FACE is panel, terminal or lines", {*around.asked}));
+        say(tr("there is no face \"{1}\"; DINMALA_FACE is panel, terminal or lines", {withoutControls(*around.asked)}));
+        return kUsageError;
+    }
+    const char* const asked = std::getenv("DINMALA_LINES");
+    const std::string lines = asked != nullptr ? asked : "";
+    const auto lineForm = lineFormNamed(lines);
+    if (choice->kind == FaceKind::lines && !lineForm) {
+        say(tr("there are no lines \"{1}\"; DINMALA_LINES is json or i3bar", {withoutControls(lines)}));
         return kUsageError;
     }
     if (!choice->why.empty()) say(choice->why);
@@ -182,12 +277,21 @@ int start() {
             say(tr("there is no session bus, and the panel is reached through it"));
             return EXIT_FAILURE;
         }
-        if (!claimInstance(bus)) {
+        const Claim claim = claimInstance(bus);
+        if (claim.result == Claim::Result::another) {
             say(tr("is running already"));
             return EXIT_SUCCESS;
         }
+        if (bus->is_closed()) {
+            say(tr("the session bus has gone"));
+            return EXIT_FAILURE;
+        }
+        if (claim.result == Claim::Result::refused) {
+            say(tr("the session bus refuses the name {1}, so a second Dinmala can start beside this one: {2}",
+                   {kInstanceName, claim.why}));
+        }
     }
-    return run(*choice, bus, hasOutput);
+    return run(*choice, lineForm.value_or(LineForm::plain), wanted.edition, bus, hasOutput);
 }
 
 }  // namespace
@@ -197,17 +301,11 @@ int main(int argc, char** argv) {
     dinmala::setLocale();
     dinmala::openTranslations();
     for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--help") == 0) {
-            std::fputs(dinmala::help().c_str(), stdout);
-            return EXIT_SUCCESS;
-        }
-        if (std::strcmp(argv[i], "--version") == 0) {
-            std::puts("dinmala " DINMALA_VERSION);
-            return EXIT_SUCCESS;
-        }
+        if (std::strcmp(argv[i], "--help") == 0) return dinmala::print(dinmala::help());
+        if (std::strcmp(argv[i], "--version") == 0) return dinmala::print("dinmala " DINMALA_VERSION "\n");
     }
     try {
-        return dinmala::start();
+        return dinmala::start(dinmala::asked(argc, argv));
     } catch (const dinmala::InterfaceError& error) {
         dinmala::say(std::string{"MainMenu.json: "} + error.what());
     } catch (const std::exception& error) {

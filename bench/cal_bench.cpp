@@ -41,7 +41,7 @@ Run run(std::vector<const char*> arguments, const char* input) {
     return {std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(), usage.ru_maxrss};
 }
 
-double median(std::vector<const char*> arguments) {
+double median(const std::vector<const char*>& arguments) {
     std::vector<double> times(101);
     for (double& time : times) time = run(arguments, "/dev/null").seconds;
     std::nth_element(times.begin(), times.begin() + 50, times.end());

@@ -5,10 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "agenda/EditionSource.h"
+#include "base/Text.h"
 #include "calendar/DataStore.h"
 #include "calendar/DataStoreFunctions.h"
 #include "calendar/MonthRecord.h"
-#include "calendar/Text.h"
 
 namespace dinmala {
 namespace {
@@ -21,7 +22,7 @@ Moment pinned() {
 
 // As the shell refreshes: a new store with both catalogues, then the seven pieces.
 void refresh(benchmark::State& state) {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const DataStore ds{pinned};
         const std::string year = std::to_string(ds.currentBSYear());
         benchmark::DoNotOptimize(DataStoreFunctions::convertStringNumber2Nepali(year));
@@ -38,8 +39,32 @@ void refresh(benchmark::State& state) {
 }
 BENCHMARK(refresh)->Unit(benchmark::kMicrosecond);
 
+// The current edition as the shell refreshes: the folders looked at, a store without lists, the day's almanac.
+void refreshCurrent(benchmark::State& state) {
+    EditionSource source;
+    for ([[maybe_unused]] auto _ : state) {
+        const Edition& edition = source.get(EditionId::current);
+        const DataStore ds{pinned, StoreTexts{{}, {}, {}, edition.calendar, {}}};
+        const auto day = edition.almanac.day(*edition.calendar.toDate(std::chrono::floor<std::chrono::days>(pinned())));
+        benchmark::DoNotOptimize(DataStoreFunctions::convertStringNumber2Nepali(std::to_string(ds.currentBSYear())));
+        benchmark::DoNotOptimize(ds.getMonthName("bs", "long", ds.currentBSMonth()));
+        benchmark::DoNotOptimize(
+            DataStoreFunctions::getNepaliDateDigitFor(static_cast<std::int32_t>(ds.getBsCurrentDay())));
+        benchmark::DoNotOptimize(ds.getCurrentBSTime());
+        std::string events;
+        for (const Event& event : day->events) events += event.name;
+        benchmark::DoNotOptimize(events);
+    }
+}
+BENCHMARK(refreshCurrent)->Unit(benchmark::kMicrosecond);
+
+void storeOfTheCurrentEdition(benchmark::State& state) {
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(storeTexts(currentEdition()));
+}
+BENCHMARK(storeOfTheCurrentEdition)->Unit(benchmark::kMillisecond);
+
 void bothCatalogues(benchmark::State& state) {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const DataStoreEvents events{pinned};
         const DataStoreTithi tithis;
         benchmark::DoNotOptimize(&events);
@@ -50,7 +75,7 @@ BENCHMARK(bothCatalogues)->Unit(benchmark::kMicrosecond);
 
 void eventsOfADay(benchmark::State& state) {
     const DataStoreEvents events{pinned};
-    for (auto _ : state) benchmark::DoNotOptimize(events.getEventAtYearAndDayMonth("2070", "2806"));
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(events.getEventAtYearAndDayMonth("2070", "2806"));
 }
 BENCHMARK(eventsOfADay)->Unit(benchmark::kMicrosecond);
 
@@ -70,7 +95,7 @@ void findIndexByAd(benchmark::State& state) {
     const DataStore store{pinned};
     const auto texts = days(store, false);
     std::size_t i = 0;
-    for (auto _ : state) benchmark::DoNotOptimize(store.findIndexByAd(texts[i++ % texts.size()]));
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(store.findIndexByAd(texts[i++ % texts.size()]));
 }
 BENCHMARK(findIndexByAd);
 
@@ -78,7 +103,7 @@ void findIndexByBs(benchmark::State& state) {
     const DataStore store{pinned};
     const auto texts = days(store, true);
     std::size_t i = 0;
-    for (auto _ : state) benchmark::DoNotOptimize(store.findIndexByBs(texts[i++ % texts.size()]));
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(store.findIndexByBs(texts[i++ % texts.size()]));
 }
 BENCHMARK(findIndexByBs);
 

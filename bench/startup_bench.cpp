@@ -17,8 +17,8 @@
 #include <utility>
 #include <vector>
 
-#include "tests/app/linux/FakePanel.h"
-#include "tests/app/linux/TemporaryFolder.h"
+#include "tests/app/faces/panel/FakePanel.h"
+#include "tests/desktop/TemporaryFolder.h"
 
 namespace {
 

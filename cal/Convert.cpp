@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "cal/Complain.h"
 #include "cal/Json.h"
+#include "cal/Messages.h"
 #include "i18n/Translation.h"
 
 namespace dinmala::cal {
@@ -45,24 +45,17 @@ std::string_view withoutBlanksAround(std::string_view text) {
 /// Turns one line after the other into the text to write.
 class LineConverter {
 public:
-    LineConverter(const DayFinder& finder, const Settings& settings) : finder_(finder), settings_(settings) {}
+    LineConverter(const BsCalendar& calendar, const Settings& settings) : calendar_(calendar), settings_(settings) {}
 
     void convert(std::string_view line, std::string& out) {
-        ++number_;
+        begin(out);
         const std::string_view text = withoutBlanksAround(line);
-        if (settings_.json) out += number_ == 1 ? "[\n" : ",\n";
-        const auto day = finder_.find(text, settings_.from);
-        if (day) {
-            appendConverted(out, *day, finder_, settings_);
+        if (line.size() > kLongestLine) {
+            refuse(tr("the line is longer than {1} bytes", {std::to_string(kLongestLine)}), out);
+        } else if (const auto day = readDay(text, settings_.from, calendar_)) {
+            appendConverted(out, *day, settings_);
         } else {
-            const std::string problem =
-                text.empty() ? tr("the line is empty") : finder_.problemWith(text, settings_.from);
-            complain(tr("line {1}: {2}", {std::to_string(number_), problem}));
-            if (settings_.json) {
-                const Json json{{"line", number_}, {"error", problem}};
-                out += json.dump(-1, ' ', false, Json::error_handler_t::replace);
-            }
-            failed_ = true;
+            refuse(text.empty() ? tr("the line is empty") : problemWith(text, settings_.from, calendar_), out);
         }
         if (!settings_.json) out += '\n';
     }
@@ -74,7 +67,18 @@ public:
     [[nodiscard]] bool failed() const { return failed_; }
 
 private:
-    const DayFinder& finder_;
+    void begin(std::string& out) {
+        ++number_;
+        if (settings_.json) out += number_ == 1 ? "[\n" : ",\n";
+    }
+
+    void refuse(const std::string& problem, std::string& out) {
+        complain(tr("line {1}: {2}", {std::to_string(number_), problem}));
+        if (settings_.json) out += Json{{"line", number_}, {"error", problem}}.dump();
+        failed_ = true;
+    }
+
+    const BsCalendar& calendar_;
     const Settings& settings_;
     std::uint64_t number_ = 0;
     bool failed_ = false;
@@ -82,20 +86,20 @@ private:
 
 }  // namespace
 
-void appendConverted(std::string& out, const Day& day, const DayFinder& finder, const Settings& settings) {
+void appendConverted(std::string& out, const FoundDay& day, const Settings& settings) {
     if (settings.json) {
-        out += jsonOf(day, finder).dump();
-    } else if (settings.from == Calendar::Ad) {
-        appendDate(out, day.bs, settings.devanagari);
+        out += jsonOf(day.bs, day.day).dump();
+    } else if (day.told == CalendarKind::ad) {
+        appendDate(out, day.bs, settings.digits);
     } else {
-        appendDate(out, day.ad);
+        appendDate(out, std::chrono::year_month_day{day.day});
     }
 }
 
-int convertStream(const DayFinder& finder, const Settings& settings, int from, int to) {
-    LineConverter lines{finder, settings};
+int convertStream(const BsCalendar& calendar, const Settings& settings, int from, int to) {
+    LineConverter lines{calendar, settings};
     std::string out;
-    std::vector<char> buffer(kReadSize + kLongestLine);
+    std::vector<char> buffer(kLongestLine + 1 + kReadSize);
     std::size_t kept = 0;  // of a line that has not ended yet
     bool tooLong = false;  // what is kept is the head of a line whose rest is left out
     bool readWell = true;
@@ -121,7 +125,7 @@ int convertStream(const DayFinder& finder, const Settings& settings, int from, i
         if (!tooLong) {
             kept = static_cast<std::size_t>(end - at);
             tooLong = kept > kLongestLine;
-            if (tooLong) kept = kLongestLine;
+            if (tooLong) kept = kLongestLine + 1;  // enough to be refused by
             std::memmove(buffer.data(), at, kept);
         }
         if (!writeAll(to, out)) return 1;

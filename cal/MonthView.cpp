@@ -1,49 +1,49 @@
 #include "cal/MonthView.h"
 
 #include <algorithm>
-#include <array>
+#include <string_view>
+#include <utility>
 #include <vector>
 
+#include "agenda/MonthPage.h"
+#include "base/Names.h"
 #include "cal/Columns.h"
 #include "cal/Json.h"
-#include "cal/Names.h"
-#include "calendar/Text.h"
+#include "i18n/Translation.h"
 
 namespace dinmala::cal {
 
 namespace {
 
-constexpr int kDaysOfWeek = 7;
-constexpr std::uint64_t kSaturday = 7;
+constexpr unsigned kDaysOfWeek = 7;
+constexpr unsigned kSaturday = 7;
 
-/// The showing month of a store, as its grid tells it.
+constexpr std::string_view kHolidayMark = "*";
+constexpr std::string_view kNearMark = "~";
+constexpr std::string_view kOpenMark = "?";
+
+/// A month with what is shown of it.
 struct Month {
-    std::uint64_t year;
-    std::uint64_t number;
-    std::string adName;  // "Jun/Jul 2013"
-    std::vector<std::int32_t> kinds;
-    std::vector<std::int32_t> bsDays;
-    std::vector<std::int32_t> adDays;
-    std::int32_t today;  // 0 when it lies in another month
+    MonthPage page;
+    std::vector<AlmanacDay> days;  // empty where nothing of them is shown
+    unsigned today = 0;            // 0 when it lies in another month
+
+    [[nodiscard]] const AlmanacDay* day(unsigned number) const { return days.empty() ? nullptr : &days[number - 1]; }
 };
 
-Month showing(DataStore& store, std::int32_t year, std::int32_t month) {
-    store.seekByBsDate("01" + padded(static_cast<std::uint64_t>(month), 2) +
-                       padded(static_cast<std::uint64_t>(year), 4));
-    const bool oneYear = store.showingADStartYear() == store.showingADEndYear();
-    std::string adName{adMonthShort(store.showingADStartMonth())};
-    if (!oneYear) adName += " " + std::to_string(store.showingADStartYear());
-    adName += "/";
-    adName += adMonthShort(store.showingADEndMonth());
-    adName += " " + std::to_string(store.showingADEndYear());
-    const bool hasToday = store.coversToday() && store.cm_index() == store.sm_index();
-    return {store.showingBSYear(),
-            store.showingBSMonth(),
-            std::move(adName),
-            store.getMonthBSDaysIsCurrentNextOrPrevious(),
-            store.getMonthBSDays(),
-            store.getMonthADDays(),
-            hasToday ? static_cast<std::int32_t>(store.getBsCurrentDay()) : 0};
+Month shownMonth(const Edition& edition, BsYearMonth month, std::optional<BsDate> today, const Settings& settings) {
+    // Without grades there are no marks either.
+    const bool withDays = settings.json || edition.almanac.graded();
+    return {*monthPage(edition.calendar, month), withDays ? monthDays(edition, month) : std::vector<AlmanacDay>{},
+            today && today->yearMonth() == month ? unsigned{today->day} : 0};
+}
+
+bool isHoliday(const AlmanacDay* day) { return day != nullptr && day->holiday() == Holiday::national; }
+
+/// "" for a day that is published or sure.
+std::string_view gradeMark(const AlmanacDay* day) {
+    if (day == nullptr || day->grade <= Grade::sure) return {};
+    return day->grade == Grade::near ? kNearMark : kOpenMark;
 }
 
 /// How wide a month is drawn. A day stands in a cell with a column on either side
@@ -52,32 +52,50 @@ struct Layout {
     int cell;
     int today;  // from bracket to bracket
     bool withAdDays;
-    [[nodiscard]] constexpr int width() const { return cell * kDaysOfWeek; }
+    [[nodiscard]] constexpr int width() const { return cell * static_cast<int>(kDaysOfWeek); }
 };
 constexpr Layout kWide{7, 7, true};
 constexpr Layout kNarrow{3, 4, false};
 
+void putMark(Line& line, int column, std::string_view mark) {
+    if (!mark.empty()) line.put(column, mark);
+}
+
 /// One week of a month, from `column` on.
 void putWeek(Line& line, int column, const Month& month, std::size_t week, const Layout& layout,
              const Settings& settings) {
-    for (int weekDay = 0; weekDay < kDaysOfWeek; ++weekDay) {
-        const std::size_t cell = week * kDaysOfWeek + static_cast<std::size_t>(weekDay);
-        if (cell >= month.kinds.size() || month.kinds[cell] != 1) continue;
-        const int at = column + weekDay * layout.cell;
-        const bool today = month.bsDays[cell] == month.today;
-        const bool free = static_cast<std::uint64_t>(weekDay) + 1 == kSaturday;
-        std::string bs = numberText(static_cast<std::uint64_t>(month.bsDays[cell]), settings.devanagari, 2);
-        const std::string ad =
-            layout.withAdDays ? numberText(static_cast<std::uint64_t>(month.adDays[cell]), false, 2) : "";
-        if (today && settings.colours) {
-            const std::string both = layout.withAdDays ? bs.append(" ").append(ad) : bs;
-            line.put(at + 1, both, free ? "7;31" : "7");
-            continue;
+    for (unsigned weekDay = 0; weekDay < kDaysOfWeek; ++weekDay) {
+        const unsigned number = month.page.dayAt(week, weekDay);
+        if (number == 0) continue;
+        const AlmanacDay* day = month.day(number);
+        const int at = column + static_cast<int>(weekDay) * layout.cell;
+        const bool isToday = number == month.today;
+        const bool free = weekDay + 1 == kSaturday || isHoliday(day);
+        const std::string_view holiday = isHoliday(day) ? kHolidayMark : std::string_view{};
+        const std::string_view grade = gradeMark(day);
+        const std::string bs = numberText(number, settings.digits, 2);
+        const bool reversed = isToday && settings.colours;
+        const std::string style = reversed ? (free ? "7;31" : "7") : settings.colours && free ? "31" : "";
+        if (isToday && !reversed) line.put(at, "[");
+        if (!layout.withAdDays) {
+            line.put(at + 1, bs, style);
+            // The next cell's bracket stands where a mark would.
+            const bool taken =
+                (isToday && !reversed) || (weekDay + 1 < kDaysOfWeek && !settings.colours && month.today == number + 1);
+            if (!taken) putMark(line, at + 3, holiday.empty() ? grade : holiday);
+        } else {
+            const std::chrono::year_month_day ad{month.page.first + std::chrono::days{number - 1}};
+            const std::string adDay = numberText(unsigned{ad.day()}, Digits::western, 2);
+            if (reversed) {
+                line.put(at + 1, bs + (holiday.empty() ? " " : std::string{holiday}) + adDay, style);
+            } else {
+                line.put(at + 1, bs, style);
+                if (!holiday.empty()) line.put(at + 3, holiday, style);
+                line.put(at + 4, adDay, settings.colours ? (free ? "2;31" : "2") : "");
+            }
+            if (!isToday || reversed) putMark(line, at + 6, grade);
         }
-        if (today) line.put(at, "[");
-        line.put(at + 1, bs, settings.colours && free ? "31" : "");
-        if (layout.withAdDays) line.put(at + 4, ad, settings.colours ? (free ? "2;31" : "2") : "");
-        if (today) line.put(at + layout.today - 1, "]");
+        if (isToday && !reversed) line.put(at + layout.today - 1, "]");
     }
 }
 
@@ -86,76 +104,94 @@ void putCentred(Line& line, int column, int width, std::string_view text, const 
 }
 
 void putWeekDays(Line& line, int column, const Layout& layout, const Settings& settings) {
-    for (int weekDay = 0; weekDay < kDaysOfWeek; ++weekDay) {
-        const auto number = static_cast<std::uint64_t>(weekDay) + 1;
+    for (unsigned weekDay = 1; weekDay <= kDaysOfWeek; ++weekDay) {
         const std::string_view name =
-            layout.withAdDays ? weekDayShort(number, settings.nepali) : weekDayLetter(number, settings.nepali);
-        line.put(column + weekDay * layout.cell + 1, name, settings.colours && number == kSaturday ? "31" : "");
+            layout.withAdDays ? weekDayShort(weekDay, settings.language) : weekDayLetter(weekDay, settings.language);
+        line.put(column + static_cast<int>(weekDay - 1) * layout.cell + 1, name,
+                 settings.colours && weekDay == kSaturday ? "31" : "");
     }
 }
 
-std::size_t weeksOf(const Month& month) {
-    const auto last = std::find(month.kinds.rbegin(), month.kinds.rend(), 1);
-    return static_cast<std::size_t>(month.kinds.rend() - last + kDaysOfWeek - 1) / kDaysOfWeek;
+/// What the marks in these months mean, a line for each that occurs, and whether the year is published.
+std::string legend(const Edition& edition, const std::vector<Month>& months) {
+    bool holiday = false;
+    bool near = false;
+    bool open = false;
+    for (const Month& month : months) {
+        for (const AlmanacDay& day : month.days) {
+            holiday = holiday || isHoliday(&day);
+            near = near || gradeMark(&day) == kNearMark;
+            open = open || gradeMark(&day) == kOpenMark;
+        }
+    }
+    std::string text;
+    const auto tell = [&text](std::string_view mark, const std::string& meaning) {
+        text.append(" ").append(mark).append(" ").append(meaning).append("\n");
+    };
+    if (holiday) tell(kHolidayMark, tr("public holiday"));
+    if (near) tell(kNearMark, tr("close to being otherwise: the date or the tithi"));
+    if (open) tell(kOpenMark, tr("undecided until Nepal publishes the year: the date or the tithi"));
+    if (const BsYear year = months.front().page.month.year; year > edition.lastPublished) {
+        text.append(" ").append(tr("provisional: Nepal has not published BS {1}", {std::to_string(int{year})}));
+        text += '\n';
+    }
+    return text.empty() ? text : "\n" + text;
 }
 
-Json monthJson(DataStore& store, const Month& month) {
-    const DayFinder finder{store};
-    const std::string year = std::to_string(month.year);
+Json monthJson(const Edition& edition, const Month& month) {
+    const BsYearMonth name = month.page.month;
     Json days = Json::array();
-    for (std::size_t cell = 0; cell < month.kinds.size(); ++cell) {
-        if (month.kinds[cell] != 1) continue;
-        const std::int32_t number = month.bsDays[cell];
-        const auto day = finder.find(
-            Date{static_cast<std::int32_t>(month.year), static_cast<std::int32_t>(month.number), number}, Calendar::Bs);
-        if (!day) continue;
-        const std::string key = padded(static_cast<std::uint64_t>(number), 2) + padded(month.number, 2);
-        Json json = jsonOf(*day, finder);
-        json["today"] = number == month.today;
-        json["tithi"] = store.getDayTithi(year, key);
-        json["events"] = store.getDayEvent(year, key);
+    for (const AlmanacDay& day : month.days) {
+        Json json = jsonOf(day.date, day.day);
+        json["today"] = unsigned{day.date.day} == month.today;
+        addDay(json, day, edition.almanac.graded(), true, true);
         days.push_back(std::move(json));
     }
-    return {{"year", month.year},
-            {"month", month.number},
-            {"name", bsMonthName(month.number, true)},
-            {"nameEnglish", bsMonthName(month.number, false)},
+    return {{"year", int{name.year}},
+            {"month", unsigned{name.month}},
+            {"name", bsMonthName(name.month, Language::nepali)},
+            {"nameEnglish", bsMonthName(name.month, Language::english)},
             {"days", std::move(days)}};
 }
 
 }  // namespace
 
-std::string monthText(DataStore& store, std::int32_t year, std::int32_t month, const Settings& settings) {
-    const Month shown = showing(store, year, month);
-    if (settings.json) return printed(monthJson(store, shown));
+std::string monthText(const Edition& edition, BsYearMonth month, std::optional<BsDate> today,
+                      const Settings& settings) {
+    const std::vector<Month> shown{shownMonth(edition, month, today, settings)};
+    if (settings.json) return printed(monthJson(edition, shown.front()));
+    const MonthPage& page = shown.front().page;
     Line line{settings.terminal};
-    const std::string title = std::string{bsMonthName(shown.number, settings.nepali)} + " " +
-                              numberText(shown.year, settings.devanagari) + " (" + shown.adName + ")";
+    const std::string title = std::string{bsMonthName(month.month, settings.language)} + " " +
+                              numberText(static_cast<std::uint64_t>(int{month.year}), settings.digits) + " (" +
+                              adMonthsOf(page) + ")";
     putCentred(line, 0, kWide.width(), title, settings);
     std::string text = line.take();
     putWeekDays(line, 0, kWide, settings);
     text += line.take();
-    for (std::size_t week = 0; week < weeksOf(shown); ++week) {
-        putWeek(line, 0, shown, week, kWide, settings);
+    for (std::size_t week = 0; week < page.weeks(); ++week) {
+        putWeek(line, 0, shown.front(), week, kWide, settings);
         text += line.take();
     }
-    return text;
+    return text + legend(edition, shown);
 }
 
-std::string yearText(DataStore& store, std::int32_t year, const Settings& settings) {
+std::string yearText(const Edition& edition, BsYear year, std::optional<BsDate> today, const Settings& settings) {
     constexpr std::size_t kMonthsInARow = 3;
     constexpr int kGap = 3;
     constexpr int kStep = kNarrow.width() + kGap;
     std::vector<Month> months;
-    for (std::int32_t month = 1; month <= 12; ++month) months.push_back(showing(store, year, month));
+    for (unsigned month = 1; month <= 12; ++month) {
+        months.push_back(shownMonth(edition, {year, BsMonth{month}}, today, settings));
+    }
     if (settings.json) {
-        Json json{{"year", year}, {"months", Json::array()}};
-        for (const Month& month : months) json["months"].push_back(monthJson(store, month));
+        Json json{{"year", int{year}}, {"months", Json::array()}};
+        for (const Month& month : months) json["months"].push_back(monthJson(edition, month));
         return printed(json);
     }
     Line line{settings.terminal};
     putCentred(line, 0, kStep * static_cast<int>(kMonthsInARow) - kGap,
-               numberText(static_cast<std::uint64_t>(year), settings.devanagari), settings);
+               numberText(static_cast<std::uint64_t>(int{year}), settings.digits), settings);
     std::string text = line.take();
     for (std::size_t row = 0; row < months.size(); row += kMonthsInARow) {
         text += line.take();
@@ -164,19 +200,19 @@ std::string yearText(DataStore& store, std::int32_t year, const Settings& settin
             text += line.take();
         };
         across([&](int column, const Month& month) {
-            putCentred(line, column, kNarrow.width(), bsMonthName(month.number, settings.nepali), settings);
+            putCentred(line, column, kNarrow.width(), bsMonthName(month.page.month.month, settings.language), settings);
         });
         across([&](int column, const Month& month) {
-            putCentred(line, column, kNarrow.width(), month.adName, Settings{});
+            putCentred(line, column, kNarrow.width(), adMonthsOf(month.page), Settings{});
         });
         across([&](int column, const Month&) { putWeekDays(line, column, kNarrow, settings); });
         std::size_t weeks = 0;
-        for (std::size_t i = 0; i < kMonthsInARow; ++i) weeks = std::max(weeks, weeksOf(months[row + i]));
+        for (std::size_t i = 0; i < kMonthsInARow; ++i) weeks = std::max(weeks, months[row + i].page.weeks());
         for (std::size_t week = 0; week < weeks; ++week) {
             across([&](int column, const Month& month) { putWeek(line, column, month, week, kNarrow, settings); });
         }
     }
-    return text;
+    return text + legend(edition, months);
 }
 
 }  // namespace dinmala::cal

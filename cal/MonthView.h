@@ -1,22 +1,25 @@
-/// Months and years laid out for people, and as JSON for programs.
+/// A month or a year of the calendar, as text or as JSON.
 #pragma once
 
-#include <cstdint>
+#include <optional>
 #include <string>
 
-#include "cal/Dates.h"
+#include "almanac/Edition.h"
 #include "cal/Settings.h"
-#include "calendar/DataStore.h"
 
 namespace dinmala::cal {
 
-/// A BS month, a week a line with Sunday first: the BS days, and beside each its
-/// AD day. Today, as the store read it, stands reversed on a terminal and in
-/// brackets elsewhere. With JSON each day also tells its tithis and events.
-/// REQUIRES: the month lies in the store's table.
-[[nodiscard]] std::string monthText(DataStore& store, std::int32_t year, std::int32_t month, const Settings& settings);
+/// A month, a week a line, each BS day with its AD day; `today` stands out. Public holidays and days that are not
+/// sure have marks, told in a line below.
+///
+/// REQUIRES: a month of the table.
+[[nodiscard]] std::string monthText(const Edition& edition, BsYearMonth month, std::optional<BsDate> today,
+                                    const Settings& settings);
 
-/// The twelve months of a BS year, three side by side and without the AD days.
-[[nodiscard]] std::string yearText(DataStore& store, std::int32_t year, const Settings& settings);
+/// The twelve months of a year, without AD days.
+///
+/// REQUIRES: a year of the table.
+[[nodiscard]] std::string yearText(const Edition& edition, BsYear year, std::optional<BsDate> today,
+                                   const Settings& settings);
 
 }  // namespace dinmala::cal

@@ -1,17 +1,18 @@
 /// What the options chose, the same for every command.
 #pragma once
 
-namespace dinmala::cal {
+#include "base/DateText.h"
+#include "base/Names.h"
 
-enum class Calendar { Ad, Bs };
+namespace dinmala::cal {
 
 struct Settings {
     bool json = false;
-    bool nepali = true;            ///< names of months and weekdays in Nepali, else in English
-    bool devanagari = true;        ///< BS numbers in Devanagari digits; AD numbers never are
-    Calendar from = Calendar::Ad;  ///< in which dates are given
-    bool colours = false;          ///< the output takes colours
-    bool terminal = false;         ///< the output takes cursor moves
+    Language language = Language::nepali;  ///< of the names of months and weekdays
+    Digits digits = Digits::devanagari;    ///< of BS numbers; AD numbers are always in Western ones
+    CalendarKind from = CalendarKind::ad;  ///< in which dates are given
+    bool colours = false;                  ///< the output takes colours
+    bool terminal = false;                 ///< the output takes cursor moves
 };
 
 }  // namespace dinmala::cal

@@ -8,19 +8,29 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
+#include <filesystem>
+#include <iostream>
 #include <string>
+#include <utility>
+#include <vector>
 
-#include "cal/Complain.h"
+#include "agenda/EditionSource.h"
+#include "agenda/ReadDay.h"
+#include "agenda/Sentences.h"
+#include "agenda/Today.h"
+#include "agenda/Upcoming.h"
+#include "almanac/YearFile.h"
+#include "base/Names.h"
 #include "cal/Convert.h"
-#include "cal/Dates.h"
+#include "cal/EditionChoice.h"
+#include "cal/Explain.h"
 #include "cal/Json.h"
 #include "cal/Lists.h"
+#include "cal/Messages.h"
 #include "cal/MonthView.h"
-#include "cal/Names.h"
 #include "cal/Settings.h"
-#include "calendar/DataStore.h"
-#include "calendar/MonthRecord.h"
-#include "calendar/TimeZone.h"
+#include "cal/YearFiles.h"
 #include "i18n/Translation.h"
 
 namespace {
@@ -42,16 +52,26 @@ int print(const std::string& text) {
     return say(tr("cannot write: {1}", {std::strerror(errno)}));
 }
 
-/// As given on the command line, not yet read.
+/// The words of the command line, not yet read. An empty text is a word too.
 struct Arguments {
-    std::string year;
-    std::string month;
-    std::string date;  // --date
+    using Text = std::optional<std::string>;
+    Text year;
+    Text month;
+    Text date;  // --date
+    Text edition;
     std::string from = "ad";
     std::string language = "ne";
     std::string digits;
-    std::string day;        // of convert, weekday
-    std::string yearOrDay;  // of events, tithi
+    Text day;        // of convert, weekday, explain
+    Text yearOrDay;  // of events, tithi
+    std::string almanacYear;
+    std::string file;  // of check-year
+    Text first, last;  // years, of ics
+    Text output;
+    Text follow;
+    bool months = false;
+    bool days = false;
+    bool force = false;
     bool json = false;
     bool important = false;
 };
@@ -61,102 +81,187 @@ Settings settingsOf(const Arguments& arguments, bool forPrograms) {
     const char* term = std::getenv("TERM");
     Settings settings;
     settings.json = arguments.json;
-    settings.nepali = arguments.language == "ne";
-    settings.devanagari = arguments.digits.empty() ? settings.nepali && !forPrograms : arguments.digits == "devanagari";
-    settings.from = arguments.from == "bs" ? Calendar::Bs : Calendar::Ad;
+    settings.language = arguments.language == "ne" ? Language::nepali : Language::english;
+    const bool devanagari = arguments.digits.empty() ? settings.language == Language::nepali && !forPrograms
+                                                     : arguments.digits == "devanagari";
+    settings.digits = devanagari ? Digits::devanagari : Digits::western;
+    settings.from = arguments.from == "bs" ? CalendarKind::bs : CalendarKind::ad;
     settings.terminal = isatty(STDOUT_FILENO) == 1 && term != nullptr && std::string_view{term} != "dumb";
     settings.colours = settings.terminal && (noColour == nullptr || *noColour == '\0');
     return settings;
 }
 
-/// Today in Nepal, or the day of --date.
-std::optional<Day> today(const DataStore& store, const DayFinder& finder) {
-    if (!store.coversToday()) return std::nullopt;
-    return finder.find(std::string_view{store.ad_c_date()}.substr(0, adText::kLength), Calendar::Ad);
+/// What every command answers from.
+struct Context {
+    const Edition& edition;
+    std::chrono::sys_days today;  // in Nepal, or the day of --date; may lie outside the table
+    Settings settings;
+};
+
+/// The day of a text, or today without one. Tells what is wrong, `noToday` where today lies outside the table.
+std::optional<FoundDay> dayOf(const std::optional<std::string>& text, const Context& context,
+                              const std::string& noToday) {
+    const BsCalendar& calendar = context.edition.calendar;
+    if (text) {
+        const auto day = readDay(*text, context.settings.from, calendar);
+        if (!day) complain(problemWith(*text, context.settings.from, calendar));
+        return day;
+    }
+    const auto date = calendar.toDate(context.today);
+    if (!date) {
+        complain(noToday);
+        return std::nullopt;
+    }
+    return FoundDay{*date, context.today, CalendarKind::bs};
 }
 
-int showCalendar(DataStore& store, const Arguments& arguments, const Settings& settings) {
-    if (arguments.year.empty()) {
-        if (!store.coversToday()) return say(tr("today lies outside the table; choose a year"));
-        return print(monthText(store, static_cast<std::int32_t>(store.currentBSYear()),
-                               static_cast<std::int32_t>(store.currentBSMonth()), settings));
+int showCalendar(const Context& context, const Arguments& arguments) {
+    const Edition& edition = context.edition;
+    const auto today = edition.calendar.toDate(context.today);
+    if (!arguments.year) {
+        if (!today) return say(tr("today lies outside the table; choose a year"));
+        return print(monthText(edition, today->yearMonth(), today, context.settings));
     }
-    const DayFinder finder{store};
-    const auto year = readNumber(arguments.year);
-    if (!year) return say(tr("{1} is not a BS year such as 2070", {shownText(arguments.year)}));
-    const auto month = arguments.month.empty() ? 1 : readNumber(arguments.month);
-    if (!month) return say(tr("{1} is not a month, 1 to 12", {shownText(arguments.month)}));
-    if (const Date first{*year, *month, 1}; !finder.find(first, Calendar::Bs)) {
-        if (*month < 1 || *month > 12) return say(tr("{1} is not a month, 1 to 12", {shownText(arguments.month)}));
-        return say(finder.problemWith(dateText(first), Calendar::Bs));
+    const auto year = readNumber(*arguments.year);
+    if (!year) return say(tr("{1} is not a BS year such as 2070", {shownText(*arguments.year)}));
+    const auto month = arguments.month ? readNumber(*arguments.month) : 1;
+    if (!month || *month < 1 || *month > 12) {
+        return say(tr("{1} is not a month, 1 to 12", {shownText(*arguments.month)}));
     }
-    return print(arguments.month.empty() ? yearText(store, *year, settings)
-                                         : monthText(store, *year, *month, settings));
+    const BsYearMonth wanted{BsYear{*year}, BsMonth{static_cast<unsigned>(*month)}};
+    if (edition.calendar.daysIn(wanted) == 0) {
+        return say(
+            problemWith(dateText(BsDate{wanted.year, wanted.month, BsDay{1}}), CalendarKind::bs, edition.calendar));
+    }
+    return print(arguments.month ? monthText(edition, wanted, today, context.settings)
+                                 : yearText(edition, wanted.year, today, context.settings));
 }
 
-int convert(const DataStore& store, const Arguments& arguments, const Settings& settings) {
-    const DayFinder finder{store};
-    if (arguments.day.empty() || arguments.day == "-") {
-        return convertStream(finder, settings, STDIN_FILENO, STDOUT_FILENO);
+int convert(const Context& context, const Arguments& arguments) {
+    if (!arguments.day || *arguments.day == "-") {
+        return convertStream(context.edition.calendar, context.settings, STDIN_FILENO, STDOUT_FILENO);
     }
-    const auto day = finder.find(arguments.day, settings.from);
-    if (!day) return say(finder.problemWith(arguments.day, settings.from));
+    const auto day = dayOf(arguments.day, context, "");
+    if (!day) return kBad;
     std::string text;
-    appendConverted(text, *day, finder, settings);
+    appendConverted(text, *day, context.settings);
     return print(text + "\n");
 }
 
-int weekDay(const DataStore& store, const Arguments& arguments, const Settings& settings) {
-    const DayFinder finder{store};
-    const auto day = arguments.day.empty() ? today(store, finder) : finder.find(arguments.day, settings.from);
-    if (!day && arguments.day.empty()) return say(tr("today lies outside the table; choose a date"));
-    if (!day) return say(finder.problemWith(arguments.day, settings.from));
-    const std::uint64_t number = finder.weekDay(*day);
-    if (!settings.json) return print(std::string{weekDayName(number, settings.nepali)} + "\n");
-    Json json = jsonOf(*day, finder);
-    json["name"] = weekDayName(number, true);
-    json["nameEnglish"] = weekDayName(number, false);
+int weekDay(const Context& context, const Arguments& arguments) {
+    const auto day = dayOf(arguments.day, context, tr("today lies outside the table; choose a date"));
+    if (!day) return kBad;
+    const unsigned number = weekDayNumber(day->day);
+    if (!context.settings.json) return print(std::string{weekDayName(number, context.settings.language)} + "\n");
+    Json json = jsonOf(day->bs, day->day);
+    json["name"] = weekDayName(number, Language::nepali);
+    json["nameEnglish"] = weekDayName(number, Language::english);
     return print(printed(json));
 }
 
-int noList(const DataStore& store, Almanac almanac, std::int32_t year) {
-    const std::string text = almanac == Almanac::Events
-                                 ? tr("there is no list of events for BS {1}; there are lists for {2}",
-                                      {std::to_string(year), yearsWithList(store, almanac)})
-                                 : tr("there is no list of tithis for BS {1}; there are lists for {2}",
-                                      {std::to_string(year), yearsWithList(store, almanac)});
-    return say(text);
+int noList(const Edition& edition, ListKind kind, BsYear year) {
+    const std::string number = std::to_string(int{year});
+    const std::string years = yearsWithLists(edition);
+    return say(kind == ListKind::events
+                   ? tr("there is no list of events for BS {1}; there are lists for {2}", {number, years})
+                   : tr("there is no list of tithis for BS {1}; there are lists for {2}", {number, years}));
 }
 
-int almanacList(const DataStore& store, Almanac almanac, const Arguments& arguments, const Settings& settings) {
-    if (const auto year = readNumber(arguments.yearOrDay)) {
-        const auto text = yearList(store, almanac, *year, settings);
-        return text ? print(*text) : noList(store, almanac, *year);
+int almanacList(const Context& context, ListKind kind, const Arguments& arguments) {
+    const Edition& edition = context.edition;
+    if (const auto year = arguments.yearOrDay ? readNumber(*arguments.yearOrDay) : std::nullopt) {
+        if (!edition.almanac.holds(BsYear{*year})) return noList(edition, kind, BsYear{*year});
+        return print(yearList(edition, kind, BsYear{*year}, context.settings));
     }
-    const DayFinder finder{store};
-    const bool none = arguments.yearOrDay.empty();
-    const auto day = none ? today(store, finder) : finder.find(arguments.yearOrDay, settings.from);
-    if (!day && none) return say(tr("today lies outside the table; choose a year or a date"));
-    if (!day) return say(finder.problemWith(arguments.yearOrDay, settings.from));
-    const auto text = dayList(store, almanac, *day, settings);
-    return text ? print(*text) : noList(store, almanac, day->bs.year);
+    const auto found = dayOf(arguments.yearOrDay, context, tr("today lies outside the table; choose a year or a date"));
+    if (!found) return kBad;
+    const auto day = edition.almanac.day(found->bs);
+    return day ? print(dayList(edition, kind, *day, context.settings)) : noList(edition, kind, found->bs.year);
 }
 
-int upcoming(const DataStore& store, const Arguments& arguments, const Settings& settings) {
-    const auto day = today(store, DayFinder{store});
-    if (!day) return say(tr("today lies outside the table; choose a day with --date"));
-    if (arguments.important) return print(importantList(store, *day, settings));
-    const auto text = upcomingList(store, *day, settings);
-    return text ? print(*text) : noList(store, Almanac::Events, day->bs.year);
+int upcoming(const Context& context, const Arguments& arguments) {
+    const Edition& edition = context.edition;
+    const auto today = edition.calendar.toDate(context.today);
+    if (!today) return say(tr("today lies outside the table; choose a day with --date"));
+    if (arguments.important) {
+        return print(upcomingList(importantEvents(edition, context.today), edition, context.settings));
+    }
+    if (!edition.almanac.holds(today->year)) return noList(edition, ListKind::events, today->year);
+    return print(upcomingList(upcomingEvents(edition, context.today), edition, context.settings));
 }
 
-/// The clock of --date: noon in Nepal on that day.
-Clock noonOf(const Day& day) {
-    const std::chrono::year_month_day date{std::chrono::year{day.ad.year},
-                                           std::chrono::month{static_cast<unsigned>(day.ad.month)},
-                                           std::chrono::day{static_cast<unsigned>(day.ad.day)}};
-    const Moment noon = kathmandu().toMoment(std::chrono::local_days{date} + std::chrono::hours{12});
-    return [noon] { return noon; };
+int explain(const Context& context, const Arguments& arguments) {
+    const auto found = dayOf(arguments.day, context, tr("today lies outside the table; choose a date"));
+    if (!found) return kBad;
+    const auto day = context.edition.almanac.day(found->bs);
+    if (!day) return noList(context.edition, ListKind::events, found->bs.year);
+    return print(explanation(context.edition, *day, context.settings));
+}
+
+int almanacFile(const Context& context, const Arguments& arguments) {
+    const Almanac& almanac = context.edition.almanac;
+    if (!almanac.graded()) return say(tr("the first edition has no year files"));
+    const auto year = readNumber(arguments.almanacYear);
+    if (!year) return say(tr("{1} is not a BS year such as 2070", {shownText(arguments.almanacYear)}));
+    const auto numbers = almanac.numbers(BsYear{*year});
+    if (!numbers) {
+        return say(tr("there is no almanac of BS {1}; there are those of {2}",
+                      {std::to_string(*year), yearsWithLists(context.edition)}));
+    }
+    return print(yearFileText(*numbers, [&almanac](std::uint16_t id) { return almanac.eventName(id); }));
+}
+
+int checkYear(const Edition& current, const Arguments& arguments) {
+    const Result<std::string> told = checkedYear(arguments.file, current);
+    if (!told) return say(refusal(arguments.file, told.error()));
+    return print(withoutControls(arguments.file) + ": " + *told + "\n");
+}
+
+/// Goes on as the helper that writes iCalendar.
+int iCalendar(const Context& context, const Arguments& arguments) {
+    const Edition& edition = context.edition;
+    const bool devanagari = context.settings.digits == Digits::devanagari;
+    std::vector<std::string> words{"dinmala-ics", "edition=" + std::string{editionName(edition.id)},
+                                   "language=" + arguments.language,
+                                   std::string{"digits="} + (devanagari ? "devanagari" : "western")};
+    if (arguments.first) {
+        const std::string& lastText = arguments.last ? *arguments.last : *arguments.first;
+        for (const auto& [key, text] : {std::pair{"first=", *arguments.first}, {"last=", lastText}}) {
+            const auto year = readNumber(text);
+            if (!year) return say(tr("{1} is not a BS year such as 2070", {shownText(text)}));
+            if (edition.calendar.daysIn(BsYear{*year}) == 0) {
+                return say(problemWith(dateText(bsDate(*year, 1, 1)), CalendarKind::bs, edition.calendar));
+            }
+            words.push_back(key + std::to_string(*year));
+        }
+        if (*readNumber(*arguments.first) > *readNumber(lastText)) {
+            return say(tr("{1} is later than {2}", {shownText(*arguments.first), shownText(lastText)}));
+        }
+    }
+    const auto& file = arguments.follow ? arguments.follow : arguments.output;
+    if (file && file->empty()) return say(tr("{1} cannot be written: {2}", {shownText(*file), std::strerror(ENOENT)}));
+    if (file) words.push_back("file=" + *file);
+    if (arguments.follow) words.emplace_back("follow=1");
+    if (arguments.months) words.emplace_back("months=1");
+    if (arguments.days) words.emplace_back("days=1");
+    if (arguments.force) words.emplace_back("force=1");
+    std::vector<char*> list;
+    list.reserve(words.size() + 1);
+    for (std::string& word : words) list.push_back(word.data());
+    list.push_back(nullptr);
+    std::error_code error;
+    const auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    for (const char* place : {"dinmala-ics", "../libexec/dinmala/dinmala-ics"}) {  // in the build tree, installed
+        execv((folder / place).c_str(), list.data());
+    }
+    return say(tr("the helper {1} cannot be started: {2}; please reinstall", {"dinmala-ics", std::strerror(errno)}));
+}
+
+/// What --help and --version write goes through std::cout.
+int ended(const CLI::App& app, const CLI::ParseError& error) {
+    if (app.exit(error) != 0) return kUsage;
+    if (std::cout.flush()) return kGood;
+    return say(tr("cannot write: {1}", {std::strerror(errno)}));
 }
 
 int run(int argc, char** argv) {
@@ -179,6 +284,9 @@ int run(int argc, char** argv) {
         ->check(CLI::IsMember({"ad", "bs"}))
         ->option_text("ad|bs");
     app.add_option("--date", arguments.date, tr("stand on this day in place of today"))->option_text("DATE");
+    app.add_option("--edition", arguments.edition,
+                   tr("the calendar as Nepal publishes it (current, as without), or as first made in 2015 (first)"))
+        ->option_text("current|first");
     app.add_option("--digits", arguments.digits, tr("the digits of BS numbers"))
         ->check(CLI::IsMember({"devanagari", "western"}))
         ->option_text("devanagari|western");
@@ -204,34 +312,70 @@ int run(int argc, char** argv) {
     eventsCommand->add_option("YEAR|DATE", arguments.yearOrDay, tr("a BS year, or yyyy-MM-dd"))->option_text("");
     CLI::App* tithiCommand = command("tithi", tr("the tithis of a BS YEAR or of DATE, or of today"));
     tithiCommand->add_option("YEAR|DATE", arguments.yearOrDay, tr("a BS year, or yyyy-MM-dd"))->option_text("");
-    CLI::App* upcomingCommand = command("upcoming", tr("the events still to come in this BS year"));
-    upcomingCommand->add_flag("--important", arguments.important, tr("the important ones, from their own list"));
+    CLI::App* upcomingCommand = command("upcoming", tr("the events of the next 365 days"));
+    upcomingCommand->add_flag("--important", arguments.important, tr("the public holidays alone"));
+
+    CLI::App* explainCommand = command("explain", tr("why DATE, or today, has its date, its tithi and its festivals"));
+    explainCommand->add_option("DATE", arguments.day, "yyyy-MM-dd")->option_text("");
+    CLI::App* almanacCommand = command("almanac", tr("the almanac of a BS YEAR as a file, a line a day"));
+    almanacCommand->add_option("YEAR", arguments.almanacYear, tr("a BS year, 1999 to 2099"))->required();
+    CLI::App* checkYearCommand = command("check-year", tr("whether a year's FILE can be taken, or why not"));
+    checkYearCommand->add_option("FILE", arguments.file, tr("a file as almanac writes it; - for standard input"))
+        ->required();
+
+    CLI::App* icsCommand = command("ics", tr("the events of a BS YEAR, or of the years FROM to TO, or of this one and "
+                                             "the next, as iCalendar"));
+    icsCommand->add_option("YEAR|FROM", arguments.first, tr("a BS year, 1999 to 2099"))->option_text("");
+    icsCommand->add_option("TO", arguments.last, tr("the last BS year"))->option_text("");
+    icsCommand->add_flag("--months", arguments.months, tr("the beginning of each month too"));
+    icsCommand->add_flag("--days", arguments.days, tr("each day's BS date and tithi too"));
+    CLI::Option* output =
+        icsCommand->add_option("--output", arguments.output, tr("write FILE where it is not so already"))
+            ->option_text("FILE");
+    icsCommand->add_option("--follow", arguments.follow, tr("keep FILE fresh until ended"))
+        ->option_text("FILE")
+        ->excludes(output);
+    icsCommand->add_flag("--force", arguments.force, tr("replace a FILE of somebody else's"));
 
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? kGood : kUsage;
+        return ended(app, error);
     }
-    if (!app.get_subcommands().empty() && !arguments.year.empty()) {
-        say(tr("too much is given: {1}", {shownText(arguments.year)}));
+    if (!app.get_subcommands().empty() && arguments.year) {
+        say(tr("too much is given: {1}", {shownText(*arguments.year)}));
+        return kUsage;
+    }
+    const Result<EditionId> id = chosenEdition(arguments.edition);
+    if (!id) {
+        complain(id.error().what);
         return kUsage;
     }
 
-    const Settings settings = settingsOf(arguments, convertCommand->parsed());
-    setDefaultTimeZone(kathmandu());
-    DataStore store;
-    if (!arguments.date.empty()) {
-        const DayFinder finder{store};
-        const auto day = finder.find(arguments.date, settings.from);
-        if (!day) return say("--date: " + finder.problemWith(arguments.date, settings.from));
-        store = DataStore{noonOf(*day)};
+    EditionSource source;
+    const Edition& edition = source.get(*id);
+    for (const std::string& problem : source.takeProblems()) complain(withoutControls(problem));
+
+    if (checkYearCommand->parsed()) return checkYear(source.get(EditionId::current), arguments);
+
+    // time() and not the system clock, whose nanoseconds end with AD 2262.
+    const auto now = std::chrono::sys_seconds{std::chrono::seconds{std::time(nullptr)}};
+    Context context{edition, nepalDay(now), settingsOf(arguments, convertCommand->parsed())};
+    if (arguments.date) {
+        const BsCalendar& calendar = context.edition.calendar;
+        const auto day = readDay(*arguments.date, context.settings.from, calendar);
+        if (!day) return say("--date: " + problemWith(*arguments.date, context.settings.from, calendar));
+        context.today = day->day;
     }
-    if (convertCommand->parsed()) return convert(store, arguments, settings);
-    if (weekDayCommand->parsed()) return weekDay(store, arguments, settings);
-    if (eventsCommand->parsed()) return almanacList(store, Almanac::Events, arguments, settings);
-    if (tithiCommand->parsed()) return almanacList(store, Almanac::Tithis, arguments, settings);
-    if (upcomingCommand->parsed()) return upcoming(store, arguments, settings);
-    return showCalendar(store, arguments, settings);
+    if (convertCommand->parsed()) return convert(context, arguments);
+    if (weekDayCommand->parsed()) return weekDay(context, arguments);
+    if (eventsCommand->parsed()) return almanacList(context, ListKind::events, arguments);
+    if (tithiCommand->parsed()) return almanacList(context, ListKind::tithis, arguments);
+    if (upcomingCommand->parsed()) return upcoming(context, arguments);
+    if (explainCommand->parsed()) return explain(context, arguments);
+    if (icsCommand->parsed()) return iCalendar(context, arguments);
+    if (almanacCommand->parsed()) return almanacFile(context, arguments);
+    return showCalendar(context, arguments);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,18 +15,28 @@
 
 #include "almanac/DataStoreEvents.h"
 #include "almanac/DataStoreTithi.h"
-#include "calendar/Clock.h"
+#include "almanac/Edition.h"
+#include "base/BsCalendar.h"
+#include "base/Clock.h"
 #include "calendar/MonthTable.h"
 
 namespace dinmala {
 
 /// The texts that a store is built from: the embedded ones, or those of another
-/// published calendar. The catalogues' texts must outlive the store.
+/// published calendar. The catalogues' texts must outlive the store, or be kept by
+/// `owner`.
 struct StoreTexts {
     std::string_view monthTable = kMonthTable;
     EventTexts events = embeddedEventTexts();
     TithiTexts tithis = embeddedTithiTexts();
+    /// The months as a value, in place of `monthTable`.
+    std::optional<BsCalendar> calendar{};
+    std::shared_ptr<const void> owner{};
 };
+
+/// An edition as the texts of a store: `DataStore{clock, storeTexts(currentEdition())}`. The lists of the
+/// first edition are constants; those of the current one are made by this call, some 10 ms.
+[[nodiscard]] StoreTexts storeTexts(const Edition& edition);
 
 class DataStore {
 public:
@@ -165,7 +176,7 @@ public:
     void setPm_data(std::string record);
 
     /// The month table, one record an element. Setting it moves no cursor.
-    [[nodiscard]] const std::vector<std::string>& dataArray() const { return dataArray_; }
+    [[nodiscard]] const std::vector<std::string>& dataArray() const;
     void setDataArray(std::vector<std::string> records);
 
     // --- Fields of the cursors' records; 0 where a record has no digit ----------
@@ -239,8 +250,8 @@ public:
     [[nodiscard]] std::uint64_t getYearEventsCount(std::uint64_t year) const;
     [[nodiscard]] std::vector<std::string> getDayTithi(std::string_view year, std::string_view dayMonth) const;
 
-    /// The important events to come, "Upcoming" here beside "UpComing" there as
-    /// given; sets the process's default time zone, see
+    /// The important events to come, "Upcoming" here and "UpComing" there, which is
+    /// deliberate; sets the process's default time zone, see
     /// DataStoreEvents::getUpComingEvents().
     [[nodiscard]] std::vector<std::string> getUpcomingEvents() const;
 
@@ -262,9 +273,13 @@ private:
     void show(std::uint64_t index);
     /// The record at an index; "" outside the table.
     [[nodiscard]] std::string recordAt(std::uint64_t index) const;
+    [[nodiscard]] std::size_t recordCount() const;
 
     Clock clock_;
-    bool isEmbeddedTable_;  // dataArray_ is the embedded table, record for record
+    /// The months as a value; nothing for records that a program set or a table of its own, which are scanned.
+    std::optional<BsCalendar> calendar_;
+    std::shared_ptr<const void> owner_;
+    bool isEmbeddedTable_;  // calendar_ is that of the embedded table, whose conversions are constants
     bool coversToday_ = false;
 
     std::uint64_t cm_index_ = 0;
@@ -273,7 +288,7 @@ private:
     std::uint64_t pm_index_ = 0;
     std::uint64_t reload_flag_ = 0;
     std::string ad_c_date_;
-    std::vector<std::string> dataArray_;
+    mutable std::vector<std::string> dataArray_;  // spelled out of calendar_ when somebody asks
     DataStoreEvents dse_;
     DataStoreTithi dst_;
     std::string pm_data_;

@@ -1,12 +1,12 @@
 // The store's view of the almanac.
 #include <utility>
 
+#include "base/Names.h"
+#include "base/Text.h"
+#include "base/TimeZone.h"
 #include "calendar/DataStore.h"
 #include "calendar/DataStoreFunctions.h"
 #include "calendar/MonthRecord.h"
-#include "calendar/Names.h"
-#include "calendar/Text.h"
-#include "calendar/TimeZone.h"
 
 namespace dinmala {
 
@@ -40,23 +40,16 @@ std::vector<std::string> DataStore::getUpcomingEvents() const { return dse_.getU
 
 std::vector<std::string> DataStore::getYearUpcomingEventsAfterMonthAndDay(std::uint64_t year, std::uint64_t month,
                                                                           std::uint64_t day) const {
-    const std::vector<std::string> entries = dse_.getUpcomingEventsOfYearAfterMonthAndDay(year, month, day);
     const Moment now = clock_();
     std::vector<std::string> result;
-    for (const std::string& entry : entries) {
-        const std::size_t caret = entry.find('^');
-        const std::size_t slash = entry.find('/', caret == std::string::npos ? entry.size() : caret);
-        if (caret == std::string::npos || slash == std::string::npos) continue;
-        const std::string name = entry.substr(0, caret);
-        const std::int32_t eventMonth = intValue(std::string_view{entry}.substr(caret + 1));
-        const std::int32_t eventDay = intValue(std::string_view{entry}.substr(slash + 1));
-        const auto adDate = convertBs2Ad(padded(static_cast<std::uint64_t>(eventDay), 2) +
-                                         padded(static_cast<std::uint64_t>(eventMonth), 2) + std::to_string(year));
+    for (const DataStoreEvents::NamedDay& event : dse_.daysAfter(year, month, day)) {
+        const std::string name{event.name};
+        const auto adDate = convertBs2Ad(padded(event.day, 2) + padded(event.month, 2) + std::to_string(year));
         if (!adDate) {
-            result.push_back(name + "~" +
-                             std::string{DataStoreFunctions::getNameForMonthInCalendarAndFormat(
-                                 static_cast<std::uint64_t>(eventMonth), true, true)} +
-                             " " + std::string{DataStoreFunctions::getNepaliDateDigitFor(eventDay)});
+            result.push_back(
+                name + "~" +
+                std::string{DataStoreFunctions::getNameForMonthInCalendarAndFormat(event.month, true, true)} + " " +
+                std::string{DataStoreFunctions::getNepaliDateDigitFor(static_cast<std::int32_t>(event.day))});
             continue;
         }
         const std::int64_t left = civilDaysBetween(now, *adDate);

@@ -1,12 +1,12 @@
 // Nepal's clock and today's date; the name lookups.
 #include <chrono>
 
+#include "base/Names.h"
+#include "base/Text.h"
+#include "base/TimeZone.h"
 #include "calendar/DataStore.h"
 #include "calendar/DataStoreFunctions.h"
 #include "calendar/MonthRecord.h"
-#include "calendar/Names.h"
-#include "calendar/Text.h"
-#include "calendar/TimeZone.h"
 
 namespace dinmala {
 

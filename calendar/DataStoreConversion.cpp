@@ -5,11 +5,11 @@
 #include <chrono>
 #include <cstring>
 
+#include "base/Text.h"
+#include "base/TimeZone.h"
 #include "calendar/DataStore.h"
 #include "calendar/DataStoreFunctions.h"
 #include "calendar/MonthRecord.h"
-#include "calendar/Text.h"
-#include "calendar/TimeZone.h"
 
 namespace dinmala {
 

@@ -14,10 +14,6 @@ std::uint64_t number(const std::string& record, Field field) {
 
 }  // namespace
 
-std::string DataStore::recordAt(std::uint64_t index) const {
-    return index < dataArray_.size() ? dataArray_[index] : std::string{};
-}
-
 void DataStore::show(std::uint64_t index) {
     sm_index_ = index;
     nm_index_ = index + 1;
@@ -28,7 +24,7 @@ void DataStore::show(std::uint64_t index) {
 }
 
 void DataStore::nextMonth() {
-    if (sm_index_ + 1 < dataArray_.size()) show(sm_index_ + 1);
+    if (sm_index_ + 1 < recordCount()) show(sm_index_ + 1);
 }
 
 void DataStore::previousMonth() {

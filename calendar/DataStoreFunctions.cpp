@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
-#include "calendar/Names.h"
-#include "calendar/TimeZone.h"
+#include "base/Names.h"
+#include "base/TimeZone.h"
 
 namespace dinmala {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "calendar/Clock.h"
+#include "base/Clock.h"
 
 namespace dinmala {
 

@@ -22,23 +22,28 @@ std::vector<std::int32_t> grid(Cell&& cell) {
 
 }  // namespace
 
+// Days are counted and not taken from the cell's number: a record of another make may give a first weekday of 0 or
+// any number of days.
+
 std::vector<std::int32_t> DataStore::getMonthBSDays() const {
     const std::int32_t before = small(previousBSNoOfDays());
-    const std::int32_t length = small(showingBSNoOfDays());
+    const std::uint64_t length = showingBSNoOfDays();
     const std::int32_t first = small(showingBSFirstWeekDay());
+    std::uint64_t day = 1;
+    std::int32_t next = 1;
     return grid([&](std::int32_t i) {
         if (i < first) return std::max(before - first + 1 + i, 0);
-        const std::int32_t day = i - first + 1;
-        return day <= length ? day : day - length;
+        return day <= length ? small(day++) : next++;
     });
 }
 
 std::vector<std::int32_t> DataStore::getMonthBSDaysIsCurrentNextOrPrevious() const {
-    const std::int32_t length = small(showingBSNoOfDays());
+    const std::uint64_t length = showingBSNoOfDays();
     const std::int32_t first = small(showingBSFirstWeekDay());
+    std::uint64_t day = 1;
     return grid([&](std::int32_t i) {
         if (i < first) return 0;
-        return i - first < length ? 1 : 2;
+        return day++ <= length ? 1 : 2;
     });
 }
 

@@ -10,8 +10,9 @@ target_compile_options(dinmala_warnings INTERFACE
     -Wnon-virtual-dtor       # an interface that cannot be deleted
     -Woverloaded-virtual     # hides what it meant to override
     -Wcast-align             # an access that some machines refuse
-    -Wnull-dereference       # a path on which a pointer is null
     -Wformat=2               # a format that does not match
     $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wsuggest-override>
+    # A path on which a pointer is null. g++ 12 at -O3 sees some in std::variant and stream iterators that are not there.
+    $<$<CXX_COMPILER_ID:Clang>:-Wnull-dereference>
     # g++ 12 sees overlaps in std::string's operator+ that are not there (GCC bug 105329).
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/Text.h"
 #include "calendar/DataStore.h"
-#include "calendar/Text.h"
 #include "fuzz/Require.h"
 
 namespace {

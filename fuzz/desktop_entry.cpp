@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "app/platform/linux/AutostartLoginItems.h"
+#include "desktop/AutostartLoginItems.h"
 #include "fuzz/Require.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -9,7 +9,7 @@
 #include <fstream>
 #include <string>
 
-#include "app/platform/linux/KeyFilePreferences.h"
+#include "desktop/KeyFilePreferences.h"
 #include "fuzz/Require.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/platform/linux/PropertyListFile.h"
+#include "desktop/PropertyListFile.h"
 #include "fuzz/Require.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

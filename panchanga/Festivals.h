@@ -2,7 +2,8 @@
 
 /// The rules of almanac/rules/festivals.txt: read, checked, and turned into days. docs/data.md explains the grammar.
 
-#include "Panchanga.h"
+#include "panchanga/Panchanga.h"
+#include "panchanga/SkyYear.h"
 
 #include <array>
 #include <chrono>
@@ -20,31 +21,6 @@ struct FileError {
     std::string text;
 };
 
-/// The BS months, from the table of lengths.
-class BsCalendar {
-public:
-    /// Reads lines such as `2070: 31 31 31 32 31 31 29 30 30 29 30 30`; the first line is the year that began on
-    /// 1942-04-13, and years follow each other. Throws FileError.
-    BsCalendar(std::istream& lengths, const std::string& fileName);
-
-    struct Date {
-        int year, month, day;
-    };
-
-    /// REQUIRES: `year` in the table, `month` 1 to 12.
-    [[nodiscard]] int monthLength(int year, int month) const;
-    /// The civil day of a BS date. REQUIRES: as monthLength().
-    [[nodiscard]] std::chrono::sys_days day(int year, int month, int dayOfMonth) const;
-    /// The BS date of a civil day. REQUIRES: a day of the table.
-    [[nodiscard]] Date date(std::chrono::sys_days day) const;
-    [[nodiscard]] bool holds(int year) const;
-
-private:
-    int firstYear_ = 0;
-    std::vector<std::array<int, 12>> lengths_;
-    std::vector<std::chrono::sys_days> starts_;
-};
-
 /// The moment of the day that must fall in a tithi for the day to be the festival's.
 enum class DayPart {
     sunrise,
@@ -54,6 +30,12 @@ enum class DayPart {
     moonrise,   ///< 170 minutes after sunset: about when the Moon of the dark 4th rises
     midnight,   ///< halfway between sunset and the next sunrise
 };
+
+/// The word of the rules for a moment of the day: "midday".
+[[nodiscard]] std::string_view partName(DayPart part);
+
+/// Minutes by which the ends of a tithi may move before a day is not sure.
+inline constexpr double kSureMinutes = 25.0;
 
 /// How far a day can be trusted, best last.
 enum class Grade {
@@ -71,17 +53,29 @@ struct Occurrence {
     Grade grade;
 };
 
+/// How far a day of the current edition can be trusted, best first.
+enum class Certainty {
+    published,  ///< a dated source has the festival on this day
+    sure,       ///< reckoned, more than 25 minutes from where it would be another day
+    near,       ///< reckoned, 2 to 25 minutes from there; or the rule is inferred, or custom leaves two days open
+    open,       ///< reckoned, less than 2 minutes from there; or between an extra month and the lost one that follows
+};
+
+/// Whether people have the day off, most last.
+enum class DayOff { none, observed, group, national };
+
 /// How much stands behind a rule.
 enum class Trust { unknown, inferred, named, known };
 
 /// One line of the rules.
 struct Festival {
-    enum class Kind { unknown, bsDate, adDate, dates, lunar, everyMonth, moonEnters, withOther };
+    enum class Kind { unknown, bsDate, adDate, dates, lunar, everyMonth, moonEnters, withOther, between };
 
     int id = 0;
     int line = 0;  ///< in the file
     Trust trust = Trust::unknown;
     std::string source;
+    std::string text;  ///< the rule as it is written
 
     Kind kind = Kind::unknown;
     int month = 0;                             ///< bsDate, adDate, lunar
@@ -92,67 +86,93 @@ struct Festival {
     DayPart part = DayPart::sunrise;           ///< lunar, everyMonth
     bool partGiven = false;                    ///< the rule names its moment; without, sunrise is only the custom
     double degrees = 0.0;                      ///< moonEnters
-    int other = 0;                             ///< withOther: the id whose day this one goes by
+    int other = 0;                             ///< withOther: the id whose day this one goes by; between: the first
+    int last = 0;                              ///< between: the id whose day ends the days between
     std::vector<std::chrono::sys_days> dates;  ///< dates
 
     int sameAs = 0;                                 ///< the festival that this is another name of; 0 for most
     bool later = false;                             ///< of two days in a row that both qualify, the second
     bool earlier = false;                           ///< of two days in a row that both qualify, expressly the first
+    std::optional<DayPart> rival;                   ///< near where this moment would give another day
     int shift = 0;                                  ///< days to add in the end
     std::optional<std::chrono::weekday> weekday;    ///< only when the day falls on it
     std::optional<std::chrono::weekday> firstFrom;  ///< the first such weekday on or after the day
     enum class Fast { plain, householders, vaishnava } fast = Fast::plain;  ///< an ekadashi kept on two days
-    std::vector<int> only, never;                                           ///< BS years
-    std::vector<std::chrono::sys_days> but;  ///< dated days that replace the reckoned one next to them
+    std::vector<int> only, never;                                           ///< BS years, of the first edition alone
+    std::vector<std::chrono::sys_days> but;  ///< dated days of the first edition, in place of the one next to them
+
+    bool firstEdition = false;                  ///< not in the current edition: it has a better name for it
+    int from = 0, until = 9999;                 ///< BS years in which it is kept, of the current edition
+    std::vector<int> behind;                    ///< left out on a day that has one of these
+    int movesTo = 0;                            ///< goes by the day of this id when its own is one of `moved`
+    std::vector<std::chrono::sys_days> moved;   ///< days with an eclipse that spoils them
+    std::optional<std::pair<int, int>> lastBy;  ///< of all days of the year, the last by this BS month and day
 };
 
-/// The sky over one BS year and some days around it, reckoned once for all festivals.
-class SkyYear {
-public:
-    /// A tithi with the lunar month that it is named by.
-    struct NamedTithi {
-        Tithi tithi;
-        LunarDate date;
-    };
+/// A line of almanac/rules/corrections.txt: a dated source has a festival on a day.
+struct Correction {
+    int id = 0;
+    std::chrono::sys_days day;
+    std::string source;
+};
 
-    /// REQUIRES: `year` in the table of `calendar`. Keeps references to both arguments.
-    SkyYear(int year, const BsCalendar& calendar, const Panchanga& panchanga);
+/// One festival on one day of the current edition, and what puts it there.
+struct Celebration {
+    const Festival* festival = nullptr;  ///< of the Festivals that it came from
+    std::chrono::sys_days day;
+    Certainty certainty = Certainty::sure;
+    DayOff dayOff = DayOff::none;
+    bool byBsDate = false;  ///< fixed in the BS calendar, so it is no surer than the BS date
 
-    [[nodiscard]] int year() const { return year_; }
-    [[nodiscard]] std::chrono::sys_days first() const { return first_; }
-    [[nodiscard]] std::chrono::sys_days last() const { return last_; }
-    [[nodiscard]] std::chrono::sys_days from() const;  ///< where the days before the year begin
-    [[nodiscard]] std::chrono::sys_days to() const;    ///< where the days after it end
-    [[nodiscard]] const BsCalendar& calendar() const { return calendar_; }
-    [[nodiscard]] const Panchanga& panchanga() const { return panchanga_; }
-    [[nodiscard]] const std::vector<NamedTithi>& tithis() const { return tithis_; }
-
-private:
-    int year_;
-    const BsCalendar& calendar_;
-    const Panchanga& panchanga_;
-    std::chrono::sys_days first_, last_;
-    std::vector<NamedTithi> tithis_;
+    Tithi tithi{};           ///< what decides the day; number 0 for a rule that goes by no tithi
+    DayPart part{};          ///< the moment of the day that must fall in the tithi
+    double moment = 0.0;     ///< its instant; for a sign of the Moon, the instant at which it is entered
+    double margin = 0.0;     ///< minutes by which the tithi's ends may move before the day does, 180 at most
+    bool twoDays = false;    ///< two days qualify, or none, and the rule does not say which
+    bool unsettled = false;  ///< between an extra month and the lost one that follows
+    const Correction* correction = nullptr;              ///< the dated source, where there is one
+    std::optional<std::chrono::sys_days> reckonedDay{};  ///< the rule's own day, where that source has another
 };
 
 /// The festivals by id, and their days.
 class Festivals {
 public:
-    /// Reads the rules. Throws FileError on a line that breaks the grammar, an id given twice or one that goes by
-    /// the day of a later one.
-    Festivals(std::istream& rules, const std::string& fileName);
+    /// Reads rules, besides those that are there. Gives the first line that breaks the grammar, has an id that is there
+    /// already or goes by the day of one that is not; what stands above it has been read then.
+    [[nodiscard]] std::optional<FileError> read(std::istream& rules, const std::string& fileName);
 
     [[nodiscard]] const std::map<int, Festival>& all() const { return festivals_; }
 
-    /// Every day of the year on which the rule of `id` puts its festival, in order: none when the rule is unknown or
-    /// the year has no such day; two when a lunar year begins and ends within the BS year.
+    /// Reads dated sources: `AD date | id | source`, ids from the rules read before.
+    [[nodiscard]] std::optional<FileError> readCorrections(std::istream& corrections, const std::string& fileName);
+
+    /// Reads who has the day off: `id | national, group or observed | BS years | source`.
+    [[nodiscard]] std::optional<FileError> readHolidays(std::istream& holidays, const std::string& fileName);
+
+    /// Every day of the year on which the rule of `id` puts its festival in the first edition, in order: none when the
+    /// rule is unknown or the year has no such day; two when a lunar year begins and ends within the BS year.
     [[nodiscard]] std::vector<Occurrence> daysOf(int id, const SkyYear& sky) const;
 
+    /// What the current edition lists in the year: by day, and within a day by holiday, weight and id. Dated sources
+    /// take the place of the day that the rule gives, unless `corrected` is false. Points into this object.
+    [[nodiscard]] std::vector<Celebration> celebrations(const SkyYear& sky, bool corrected = true) const;
+
+    /// Whether people have the day of a festival off in a BS year.
+    [[nodiscard]] DayOff dayOff(int id, int year) const;
+
 private:
-    /// The days of a rule in the year and around it, whichever years it is kept in.
-    [[nodiscard]] std::vector<Occurrence> around(const Festival& festival, const SkyYear& sky) const;
+    /// The days of a rule in the year and around it, whichever years it is kept in; `first` for the first edition's
+    /// own dated days.
+    [[nodiscard]] std::vector<Celebration> around(const Festival& festival, const SkyYear& sky, bool first) const;
+
+    struct HolidayYears {
+        DayOff kind;
+        int from, until;
+    };
 
     std::map<int, Festival> festivals_;
+    std::vector<Correction> corrections_;
+    std::map<int, std::vector<HolidayYears>> holidays_;
 };
 
 }  // namespace dinmala::panchanga

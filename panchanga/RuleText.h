@@ -2,9 +2,9 @@
 
 /// Words of the rule files: what the readers of festivals.txt, tithis.txt and years.txt share.
 ///
-/// A word that is missing or wrong throws std::string, the complaint; the reader adds the file and the line to it.
+/// A line that breaks the grammar gives a complaint, a phrase in English; readRules() adds the file and the line.
 
-#include "Festivals.h"
+#include "panchanga/Festivals.h"
 
 #include <algorithm>
 #include <array>
@@ -57,7 +57,11 @@ inline std::vector<std::string_view> split(std::string_view text, char separator
     }
 }
 
-/// The words of one rule, taken one after the other. What is missing or wrong throws the text of the complaint.
+/// What is wrong with a line, or nothing.
+using Complaint = std::optional<std::string>;
+
+/// The words of one line, taken one after the other. The first that is missing or wrong is kept as the complaint; from
+/// then on nothing is left to take, and every word taken is empty, every number the least allowed, every day the first.
 class Words {
 public:
     explicit Words(std::string_view text) {
@@ -67,11 +71,19 @@ public:
             }
         }
     }
+    [[nodiscard]] const Complaint& complaint() const { return complaint_; }
+    void complain(std::string what) {
+        if (!complaint_) {
+            complaint_ = std::move(what);
+        }
+        next_ = words_.size();
+    }
     [[nodiscard]] bool done() const { return next_ == words_.size(); }
     [[nodiscard]] std::string_view peek() const { return done() ? std::string_view{} : words_[next_]; }
     std::string_view take(const char* what) {
         if (done()) {
-            throw std::string("missing ") + what;
+            complain(std::string("missing ") + what);
+            return {};
         }
         return words_[next_++];
     }
@@ -79,8 +91,9 @@ public:
         const std::string_view word = take(what);
         const std::optional<int> value = wholeNumber(word);
         if (!value || *value < least || *value > most) {
-            throw "'" + std::string(word) + "' is no " + what + " from " + std::to_string(least) + " to " +
-                std::to_string(most);
+            complain("'" + std::string(word) + "' is no " + what + " from " + std::to_string(least) + " to " +
+                     std::to_string(most));
+            return least;
         }
         return *value;
     }
@@ -89,9 +102,9 @@ public:
         const std::string_view word = take(what);
         const std::optional<int> place = placeOf(word, names);
         if (!place) {
-            throw "'" + std::string(word) + "' is no " + what;
+            complain("'" + std::string(word) + "' is no " + what);
         }
-        return *place;
+        return place.value_or(0);
     }
     std::chrono::weekday weekday() { return std::chrono::weekday{static_cast<unsigned>(oneOf("weekday", kWeekdays))}; }
     std::chrono::sys_days adDate() {
@@ -99,14 +112,15 @@ public:
         const std::vector<std::string_view> parts = split(word, '-');
         if (parts.size() == 3) {
             const auto y = wholeNumber(parts[0]), m = wholeNumber(parts[1]), d = wholeNumber(parts[2]);
-            if (y && m && d) {
+            if (y && m && d && *m > 0 && *d > 0) {
                 const std::chrono::year_month_day date{std::chrono::year{*y} / *m / *d};
                 if (date.ok()) {
                     return date;
                 }
             }
         }
-        throw "'" + std::string(word) + "' is no date such as 2013-10-14";
+        complain("'" + std::string(word) + "' is no date such as 2013-10-14");
+        return {};
     }
 
     /// `10-01`: a month and a day of it.
@@ -116,7 +130,8 @@ public:
         const auto month = wholeNumber(parts[0]);
         const auto day = parts.size() == 2 ? wholeNumber(parts[1]) : std::nullopt;
         if (!month || !day || *month < 1 || *month > 12 || *day < 1 || *day > 32) {
-            throw "'" + std::string(word) + "' is no month and day such as 10-01";
+            complain("'" + std::string(word) + "' is no month and day such as 10-01");
+            return {1, 1};
         }
         return {*month, *day};
     }
@@ -125,37 +140,47 @@ public:
         const bool dark = oneOf("half", kHalves) == 1;
         const int number = this->number("tithi", 1, dark ? 30 : 15);
         if (dark && number > 14 && number < 30) {
-            throw std::string("a dark half ends with 30, the new moon");
+            complain("a dark half ends with 30, the new moon");
         }
         return dark && number < 15 ? number + 15 : number;
     }
-    void finish() const {
-        if (!done()) {
-            throw "'" + std::string(peek()) + "' is one word too many";
+    /// What is left of the line, blanks between the words.
+    std::string rest() {
+        std::string text;
+        while (!done()) {
+            text += (text.empty() ? "" : " ") + std::string(take("word"));
         }
+        return text;
+    }
+    /// The complaint about the whole line: the first, or that words are left over.
+    Complaint finish() {
+        if (!done()) {
+            complain("'" + std::string(peek()) + "' is one word too many");
+        }
+        return complaint_;
     }
 
 private:
     std::vector<std::string_view> words_;
     std::size_t next_ = 0;
+    Complaint complaint_;
 };
 
-/// Reads a rule file: `readLine` gets each line that is not empty and no comment, with its number. A std::string that
-/// it throws becomes a FileError that names file and line.
+/// Reads a rule file: `readLine(text, number)` gets each line that is not empty and no comment, and gives what is wrong
+/// with it. The first complaint ends the reading and comes back with file and line.
 template <typename ReadLine>
-void readRules(std::istream& rules, const std::string& fileName, const ReadLine& readLine) {
+std::optional<FileError> readRules(std::istream& rules, const std::string& fileName, const ReadLine& readLine) {
     std::string line;
     for (int number = 1; std::getline(rules, line); ++number) {
         const std::string_view text = trimmed(line);
         if (text.empty() || text.front() == '#') {
             continue;
         }
-        try {
-            readLine(text, number);
-        } catch (const std::string& complaint) {
-            throw FileError{fileName + ":" + std::to_string(number) + ": " + complaint};
+        if (const Complaint complaint = readLine(text, number)) {
+            return FileError{fileName + ":" + std::to_string(number) + ": " + *complaint};
         }
     }
+    return std::nullopt;
 }
 
 }  // namespace dinmala::panchanga

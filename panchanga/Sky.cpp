@@ -1,4 +1,4 @@
-#include "Sky.h"
+#include "panchanga/Sky.h"
 
 #include <algorithm>
 #include <array>
@@ -15,6 +15,10 @@ constexpr double kCivilDays = 1577917828.0;
 constexpr double kSunRevolutions = 4320000.0;
 constexpr double kMoonRevolutions = 57753336.0;
 constexpr double kMoonApogeeRevolutions = 488203.0;
+
+// The correction (bija) that almanac makers apply to the Moon's apogee, four revolutions in the age fewer: the table in
+// Burgess's note to I.29-34.
+constexpr double kMoonApogeeRevolutionsCorrected = 488199.0;
 
 // Place of the Moon's apogee at the epoch, from I.57-58; place of the Sun's apogee, which moves by less than a second
 // of arc in a century, from Burgess's note to I.44.
@@ -97,17 +101,35 @@ SolarGeometry solarGeometry(double jd) {
     return {radiansToDegrees(declination), equation / 360.0};
 }
 
+constexpr double kUnixEpoch = 2440587.5;  // the Julian Day of 1970-01-01T00:00 UT
+
+double julianDay(std::chrono::sys_days day) { return kUnixEpoch + static_cast<double>(day.time_since_epoch().count()); }
+
 /// The crossing of the horizon before (`side` -1) or after (+1) the local noon of `day`.
 double horizonCrossing(std::chrono::sys_days day, const Place& place, double side) {
-    const double meanNoon = startOfDay(day, place) + place.utcOffset + 0.5 - place.longitude / 360.0;
+    const double latitude = degreesToRadians(place.latitude);
+    const double height = std::sin(degreesToRadians(place.horizon));
+    const double meanNoon = julianDay(day) + 0.5 - place.longitude / 360.0;
     double jd = meanNoon + side * 0.25;
     for (int round = 0; round < 3; ++round) {
         const SolarGeometry sun = solarGeometry(jd);
-        const double halfDay =
-            std::acos(-std::tan(degreesToRadians(place.latitude)) * std::tan(degreesToRadians(sun.declination)));
+        const double declination = degreesToRadians(sun.declination);
+        const double halfDay = std::acos((height - std::sin(latitude) * std::sin(declination)) /
+                                         (std::cos(latitude) * std::cos(declination)));
         jd = meanNoon - sun.equationOfTime + side * radiansToDegrees(halfDay) / 360.0;
     }
     return jd;
+}
+
+/// The days that `clock` is ahead of UT at `jd`.
+double offsetAt(double jd, const CivilClock& clock) {
+    return jd < julianDay(clock.changed) - clock.before ? clock.before : clock.offset;
+}
+
+double moonByApogee(double jd, double apogeeRevolutions) {
+    const double days = daysOfAge(jd);
+    const double apogee = kMoonApogeeAtEpoch + meanLongitude(apogeeRevolutions, days);
+    return trueLongitude(meanLongitude(kMoonRevolutions, days), apogee, kMoonEpicycle);
 }
 
 }  // namespace
@@ -121,20 +143,27 @@ double sunLongitude(double jd) {
     return trueLongitude(meanLongitude(kSunRevolutions, daysOfAge(jd)), kSunApogee, kSunEpicycle);
 }
 
-double moonLongitude(double jd) {
-    const double days = daysOfAge(jd);
-    const double apogee = kMoonApogeeAtEpoch + meanLongitude(kMoonApogeeRevolutions, days);
-    return trueLongitude(meanLongitude(kMoonRevolutions, days), apogee, kMoonEpicycle);
-}
+double moonLongitude(double jd) { return moonByApogee(jd, kMoonApogeeRevolutions); }
+
+double moonLongitudeCorrected(double jd) { return moonByApogee(jd, kMoonApogeeRevolutionsCorrected); }
 
 double startOfDay(std::chrono::sys_days day, const Place& place) {
-    constexpr double kUnixEpoch = 2440587.5;
-    return kUnixEpoch + static_cast<double>(day.time_since_epoch().count()) - place.utcOffset;
+    return julianDay(day) - (day <= place.clock.changed ? place.clock.before : place.clock.offset);
 }
 
 std::chrono::sys_days civilDay(double jd, const Place& place) {
-    constexpr double kUnixEpoch = 2440587.5;
-    return std::chrono::sys_days{std::chrono::days{static_cast<int>(std::floor(jd + place.utcOffset - kUnixEpoch))}};
+    const double since = jd + offsetAt(jd, place.clock) - kUnixEpoch;
+    return std::chrono::sys_days{std::chrono::days{static_cast<int>(std::floor(since))}};
+}
+
+double timeOfDay(double jd, const Place& place) {
+    return jd + offsetAt(jd, place.clock) - julianDay(civilDay(jd, place));
+}
+
+std::chrono::local_time<std::chrono::minutes> civilMinute(double jd, const Place& place) {
+    const double rounded = jd + 0.5 / 1440.0;
+    const std::chrono::minutes sinceMidnight{static_cast<int>(timeOfDay(rounded, place) * 1440.0)};
+    return std::chrono::local_days{civilDay(rounded, place).time_since_epoch()} + sinceMidnight;
 }
 
 double sunrise(std::chrono::sys_days day, const Place& place) { return horizonCrossing(day, place, -1.0); }

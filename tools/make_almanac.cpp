@@ -2,49 +2,94 @@
 //
 //   make_almanac tithi ROOT YEAR          the text of almanac/data/tithi-YEAR.txt
 //   make_almanac events ROOT YEAR         the text of almanac/data/events-YEAR.txt
-//   make_almanac days ROOT YEAR [ID]      every festival's days in the year, to read: id, name, AD, BS month/day, grade
+//   make_almanac days ROOT YEAR [ID]      every festival's days in the year, to read: id, name, AD, BS, grade
+//   make_almanac years ROOT [FROM [TO]]   writes almanac/years/YEAR.txt, the current edition's years
 //   make_almanac check ROOT               holds the files to everything known of them; fails where one is wrong
 //
 // ROOT is the top of the source tree.
 
-#include "AlmanacCheck.h"
+#include "base/DateText.h"
+#include "tools/ListCheck.h"
+#include "tools/YearMaker.h"
 
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
-using namespace dinmala::panchanga;
+using namespace dinmala;
+using namespace dinmala::tools;
 
 namespace {
 
-void printDays(const AlmanacRules& rules, const EventPlans::Names& names, const SkyYear& sky, int only) {
+void printDays(const AlmanacRules& rules, const Names& names, const SkyYear& sky, int only) {
     for (const auto& [id, festival] : rules.festivals.all()) {
         if (only != 0 && only != id) {
             continue;
         }
         for (const Occurrence& one : rules.festivals.daysOf(id, sky)) {
             const std::chrono::year_month_day ad{one.day};
-            const BsCalendar::Date bs = rules.calendar.date(one.day);
+            const BsDate bs = *rules.calendar.toDate(one.day);
             const auto name = names.find(id);
-            std::cout << id << " | " << (name == names.end() ? "" : name->second) << " | "
-                      << static_cast<int>(ad.year()) << '-' << static_cast<unsigned>(ad.month()) << '-'
-                      << static_cast<unsigned>(ad.day()) << " | " << bs.month << '/' << bs.day << " | "
-                      << gradeName(one.grade) << '\n';
+            std::cout << id << " | " << (name == names.end() ? "" : name->second) << " | " << dateText(ad) << " | "
+                      << dateText(bs) << " | " << gradeName(one.grade) << '\n';
+        }
+    }
+}
+
+/// The BS year that `rest` has at `place`, or `otherwise`.
+int yearOf(const std::vector<std::string>& rest, std::size_t place, int otherwise) {
+    if (place >= rest.size()) {
+        return otherwise;
+    }
+    const std::optional<int> year = readNumber(rest[place]);
+    if (!year || *year < kFirstYear || *year > kLastYear) {
+        throw FileError{"'" + rest[place] + "' is no BS year from " + std::to_string(kFirstYear) + " to " +
+                        std::to_string(kLastYear)};
+    }
+    return *year;
+}
+
+void writeYears(const std::string& root, int from, int to) {
+    if (to < from) {
+        throw FileError{"the last year comes before the first"};
+    }
+    const CurrentRules rules{root};
+    std::filesystem::create_directories(root + "/almanac/years");
+    for (int year = from; year <= to; ++year) {
+        const std::string path = root + "/" + yearPath(year);
+        std::ofstream file{path, std::ios::binary};
+        if (!(file << makeYearFile(year, rules)).flush()) {
+            throw FileError{path + ": cannot be written"};
         }
     }
 }
 
 int run(const std::string& what, const std::string& root, const std::vector<std::string>& rest) {
+    if (what == "years") {
+        writeYears(root, yearOf(rest, 0, kFirstYear), yearOf(rest, 1, rest.empty() ? kLastYear : yearOf(rest, 0, 0)));
+        return EXIT_SUCCESS;
+    }
     const AlmanacRules rules{root};
-    const Panchanga panchanga;
+    const Panchanga panchanga{kFirstReckoning};
     if (what == "check") {
         const AlmanacReport report = checkAlmanac(readAlmanac(root), rules, panchanga);
-        std::cout << report.text();
-        return report.passed() ? EXIT_SUCCESS : EXIT_FAILURE;
+        const CurrentRules current{root};
+        const std::string months = checkMonths(current.calendar, current.lastPublished, current.panchanga);
+        const std::string years = checkYearFiles(root, current);
+        std::cout << report.text() << "published months: " << (months.empty() ? "all begin with the Sun" : "wrong")
+                  << "\n"
+                  << months << "year files: "
+                  << (years.empty() ? "all are what the rules make" : "wrong; make_almanac years ROOT makes them")
+                  << "\n"
+                  << years;
+        return report.passed() && months.empty() && years.empty() ? EXIT_SUCCESS : EXIT_FAILURE;
     }
-    const int year = rest.empty() ? 0 : std::atoi(rest[0].c_str());
-    if (!rules.calendar.holds(year)) {
+    const int year = yearOf(rest, 0, 0);
+    if (rules.calendar.daysIn(BsYear{year}) == 0) {
         throw FileError{"no BS year of the month table is given"};
     }
     if (what == "tithi") {
@@ -53,7 +98,11 @@ int run(const std::string& what, const std::string& root, const std::vector<std:
         std::cout << eventFile(year, rules, panchanga, readEventNames(root), readImportant(root, rules, year));
     } else if (what == "days") {
         const SkyYear sky{year, rules.calendar, panchanga};
-        printDays(rules, readEventNames(root), sky, rest.size() > 1 ? std::atoi(rest[1].c_str()) : 0);
+        const std::optional<int> only = rest.size() > 1 ? readNumber(rest[1]) : 0;
+        if (!only) {
+            throw FileError{"'" + rest[1] + "' is no event id"};
+        }
+        printDays(rules, readEventNames(root), sky, *only);
     } else {
         throw FileError{"no such thing to make: " + what};
     }
@@ -65,7 +114,8 @@ int run(const std::string& what, const std::string& root, const std::vector<std:
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments.size() < 2) {
-        std::cerr << "usage: make_almanac tithi|events|days ROOT YEAR [ID], or make_almanac check ROOT\n";
+        std::cerr << "usage: make_almanac tithi|events|days ROOT YEAR [ID], make_almanac years ROOT [FROM [TO]],\n"
+                     "       or make_almanac check ROOT\n";
         return EXIT_FAILURE;
     }
     try {

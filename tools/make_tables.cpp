@@ -2,9 +2,12 @@
 // fixes nothing: a line that breaks a rule stops the build with file and line.
 //
 //   make_tables months OUT LENGTHS           month_lengths.txt -> the month table's text
-//   make_tables names NAME OUT FILE          id|name lines     -> an array of id and name
+//   make_tables names NAME OUT FILE...       id|name lines     -> an array of id and name
 //   make_tables years NAME OUT LENGTHS FILE...   ddMM id id... -> an array of year and list
 //   make_tables dates NAME OUT FILE...       yyyyMMdd id id... -> an array of year and list
+//   make_tables lengths NAME OUT LENGTHS     month_lengths.txt -> an array of the lengths
+//   make_tables packed NAME OUT NAMES... -- YEAR...   year files, their events among the names -> their bytes
+//   make_tables fixed NAME OUT RULES         festivals.txt     -> the ids that go by the day of a BS month
 //
 // The year of a list is the last four digits of its file's name. "#" begins a
 // comment; blank lines are skipped.
@@ -16,19 +19,24 @@
 #include <functional>
 #include <iostream>
 #include <map>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "almanac/PackedYear.h"
+#include "almanac/YearFile.h"
+#include "base/Lines.h"
+#include "base/MonthLengths.h"
+
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kFirstYear = 1999;
-constexpr int kLastYear = 2099;
-constexpr std::chrono::year_month_day kFirstDay{std::chrono::year{1942}, std::chrono::month{4}, std::chrono::day{13}};
+constexpr dinmala::BsYear kFirstYear{1999};
+constexpr dinmala::BsYear kLastYear{2099};
 constexpr std::size_t kLongestId = 3;
 
 /// A line of a data file and where it stands.
@@ -50,7 +58,7 @@ void forEachLine(const fs::path& path, bool withComments, const std::function<vo
         ++line.number;
         if (line.text.find('\r') != std::string::npos) line.refuse("has a carriage return");
         if (withComments) line.text.erase(std::min(line.text.find('#'), line.text.size()));
-        const bool blank = line.text.find_first_not_of(' ') == std::string::npos;
+        const bool blank = line.text.find_first_not_of(" \t\v\f") == std::string::npos;
         if (!blank) handle(line);
     }
 }
@@ -78,6 +86,14 @@ void checkId(const Line& line, const std::string& id) {
     }
 }
 
+/// The id that a line begins with, before its first |.
+int idOf(const Line& line) {
+    const std::vector<std::string> head = words(line.text.substr(0, line.text.find('|')));
+    if (head.size() != 1) line.refuse("does not begin with an id");
+    checkId(line, head.front());
+    return std::stoi(head.front());
+}
+
 std::string two(unsigned number) { return (number < 10 ? "0" : "") + std::to_string(number); }
 
 std::string yyyyMMdd(std::chrono::sys_days day) {
@@ -85,58 +101,47 @@ std::string yyyyMMdd(std::chrono::sys_days day) {
     return std::to_string(int{date.year()}) + two(unsigned{date.month()}) + two(unsigned{date.day()});
 }
 
-/// The twelve lengths of each BS year.
-std::map<int, std::vector<int>> readLengths(const fs::path& path) {
-    std::map<int, std::vector<int>> years;
-    int next = kFirstYear;
-    forEachLine(path, true, [&](const Line& line) {
-        std::vector<std::string> parts = words(line.text);
-        const std::string head = parts.front();
-        if (head.size() != 5 || head.back() != ':') line.refuse("does not begin with a year and a colon");
-        const int year = fixedNumber(line, head.substr(0, 4), 4, "a year");
-        if (year != next)
-            line.refuse("has year " + std::to_string(year) + " where " + std::to_string(next) + " follows");
-        ++next;
-        if (parts.size() != 13) line.refuse("has " + std::to_string(parts.size() - 1) + " lengths in place of 12");
-        int days = 0;
-        for (std::size_t month = 1; month <= 12; ++month) {
-            const int length = fixedNumber(line, parts[month], 2, "a month's length");
-            const bool longMonth = length == 32 && month >= 2 && month <= 5;
-            const bool shortMonth = length == 29 && month >= 7 && month <= 11;
-            if (length != 30 && length != 31 && !longMonth && !shortMonth) {
-                line.refuse("gives month " + std::to_string(month) + " " + parts[month] + " days");
-            }
-            years[year].push_back(length);
-            days += length;
-        }
-        if (days < 364 || days > 366) line.refuse("has a year of " + std::to_string(days) + " days");
-    });
-    if (next != kLastYear + 1)
-        throw std::runtime_error(path.filename().string() + ": ends before " + std::to_string(kLastYear));
-    return years;
+std::string textOf(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) throw std::runtime_error(path.string() + ": cannot be read");
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+/// The calendar of BS 1999 to 2099.
+dinmala::BsCalendar readLengths(const fs::path& path) {
+    const std::string name = path.filename().string();
+    const auto table = dinmala::parseMonthLengths(textOf(path));
+    if (!table) {
+        throw std::runtime_error(name + ":" + std::to_string(table.error().line) + ": " + table.error().what);
+    }
+    const auto calendar = table->calendar();
+    if (table->firstYear != kFirstYear || calendar->lastDate().year != kLastYear) {
+        throw std::runtime_error(name + ": ends before " + std::to_string(int{kLastYear}));
+    }
+    return *calendar;
 }
 
 std::string monthTable(const fs::path& lengthsFile) {
+    const dinmala::BsCalendar calendar = readLengths(lengthsFile);
     std::string out;
-    std::chrono::sys_days day{kFirstDay};
-    for (const auto& [year, lengths] : readLengths(lengthsFile)) {
-        out += '"';
-        for (unsigned month = 1; month <= 12; ++month) {
-            const int length = lengths[month - 1];
-            const std::chrono::sys_days last = day + std::chrono::days{length - 1};
-            const unsigned weekDay = std::chrono::weekday{day}.c_encoding() + 1;
-            out += two(month) + std::to_string(year) + std::to_string(length) + yyyyMMdd(day) + yyyyMMdd(last) +
-                   std::to_string(weekDay);
-            if (year != kLastYear || month != 12) out += ' ';
-            day = last + std::chrono::days{1};
-        }
-        out += "\"\n";
+    for (std::size_t i = 0; i < calendar.months().size(); ++i) {
+        const dinmala::BsYearMonth month = calendar.months()[i].name;
+        const std::chrono::sys_days first = calendar.months()[i].first();
+        const unsigned length = calendar.months()[i].length;
+        const unsigned weekDay = std::chrono::weekday{first}.c_encoding() + 1;
+        if (month.month == dinmala::BsMonth{1}) out += '"';
+        out += two(unsigned{month.month}) + std::to_string(int{month.year}) + std::to_string(length) + yyyyMMdd(first) +
+               yyyyMMdd(first + std::chrono::days{length - 1}) + std::to_string(weekDay);
+        if (i + 1 != calendar.months().size()) out += ' ';
+        if (month.month == dinmala::BsMonth{12}) out += "\"\n";
     }
     return out;
 }
 
-std::string names(const fs::path& file) {
-    std::string out;
+/// Adds the names of a file, in ascending order of their ids, or puts them in the place of others.
+void readNames(const fs::path& file, std::map<int, std::string>& names) {
     int before = 0;
     forEachLine(file, false, [&](const Line& line) {
         const std::size_t bar = line.text.find('|');
@@ -149,9 +154,8 @@ std::string names(const fs::path& file) {
         if (name.empty() || name.front() == ' ' || name.back() == ' ')
             line.refuse("name is empty or has a blank at an end");
         if (name.find_first_of("|~^\"\\\t") != std::string::npos) line.refuse("name has one of | ~ ^ \" \\ or a tab");
-        out += "    {\"" + id + "\", \"" + name + "\"},\n";
+        names[before] = name;
     });
-    return out;
 }
 
 /// Reads `head id id ...` lines in ascending order of what `order` makes of the
@@ -188,24 +192,25 @@ std::string yearEntry(int year, const std::string& tokens) {
 }
 
 std::string yearLists(const fs::path& lengthsFile, const std::vector<fs::path>& files) {
-    const auto years = readLengths(lengthsFile);
+    const dinmala::BsCalendar calendar = readLengths(lengthsFile);
     std::string out;
     for (const fs::path& file : files) {
         const int year = yearOfName(file);
-        const auto lengths = years.find(year);
-        if (lengths == years.end()) throw std::runtime_error(file.string() + ": has a year outside the month table");
-        out +=
-            yearEntry(year, list(file, [&](const Line& line, const std::string& head) {
-                          fixedNumber(line, head, 4, "a day and a month");
-                          const int day = std::stoi(head.substr(0, 2));
-                          const int month = std::stoi(head.substr(2));
-                          if (month < 1 || month > 12) line.refuse("there is no month " + std::to_string(month));
-                          if (day < 1) line.refuse("there is no day 0");
-                          if (day > lengths->second[static_cast<std::size_t>(month) - 1]) {
-                              line.refuse(std::to_string(day) + " is past the end of month " + std::to_string(month));
-                          }
-                          return month * 100 + day;
-                      }));
+        if (calendar.daysIn(dinmala::BsYear{year}) == 0) {
+            throw std::runtime_error(file.string() + ": has a year outside the month table");
+        }
+        out += yearEntry(
+            year, list(file, [&](const Line& line, const std::string& head) {
+                fixedNumber(line, head, 4, "a day and a month");
+                const int day = std::stoi(head.substr(0, 2));
+                const int month = std::stoi(head.substr(2));
+                if (month < 1 || month > 12) line.refuse("there is no month " + std::to_string(month));
+                if (day < 1) line.refuse("there is no day 0");
+                if (!calendar.has(dinmala::bsDate(year, static_cast<unsigned>(month), static_cast<unsigned>(day)))) {
+                    line.refuse(std::to_string(day) + " is past the end of month " + std::to_string(month));
+                }
+                return month * 100 + day;
+            }));
     }
     return out;
 }
@@ -224,6 +229,77 @@ std::string dateLists(const std::vector<fs::path>& files) {
                          }));
     }
     return out;
+}
+
+/// A name of a later file takes the place of an earlier one's.
+std::string names(const std::vector<fs::path>& files) {
+    std::map<int, std::string> all;
+    for (const fs::path& file : files) readNames(file, all);
+    std::string out;
+    for (const auto& [id, name] : all) out += "    {\"" + std::to_string(id) + "\", \"" + name + "\"},\n";
+    return out;
+}
+
+std::string lengthArray(const std::string& name, const fs::path& lengthsFile) {
+    const dinmala::BsCalendar calendar = readLengths(lengthsFile);
+    std::string out =
+        "constexpr std::array<std::uint8_t, " + std::to_string(calendar.months().size()) + "> " + name + "{";
+    for (const auto& month : calendar.months()) out += std::to_string(unsigned{month.length}) + ",";
+    return out + "};\n";
+}
+
+/// Bytes as a text literal: three octal digits each, as fewer could run into a digit that follows.
+std::string literal(const std::string& bytes) {
+    std::string out = "\"";
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        out += '\\';
+        for (const int shift : {6, 3, 0}) out += static_cast<char>('0' + (byte >> shift & 7));
+    }
+    return out + "\"";
+}
+
+std::string packedYears(const std::string& name, const std::vector<fs::path>& nameFiles,
+                        const std::vector<fs::path>& yearFiles) {
+    std::set<int> ids;
+    for (const fs::path& file : nameFiles) {
+        forEachLine(file, false, [&](const Line& line) { ids.insert(idOf(line)); });
+    }
+    std::string entries;
+    std::chrono::sys_days next = dinmala::kFirstDayOf1999;
+    dinmala::BsYear nextYear = kFirstYear;
+    for (const fs::path& file : yearFiles) {
+        const std::string where = file.filename().string() + ":";
+        const auto year = dinmala::parseYearFile(textOf(file), [&](std::uint16_t id) { return ids.contains(id); });
+        if (!year) {
+            throw std::runtime_error(where + std::to_string(year.error().line) + ": " + year.error().what);
+        }
+        if (year->year != nextYear || year->days.front().day != next || yearOfName(file) != int{nextYear}) {
+            throw std::runtime_error(where + " is not the year after the one before");
+        }
+        nextYear = year->year + std::chrono::years{1};
+        next = year->days.back().day + std::chrono::days{1};
+        const std::string bytes = dinmala::packYear(*year);
+        entries += "    {" + literal(bytes) + ", " + std::to_string(bytes.size()) + "},\n";
+    }
+    return "constexpr std::array<std::string_view, " + std::to_string(yearFiles.size()) + "> " + name + "{{\n" +
+           entries + "}};\n";
+}
+
+/// The ids whose rule in festivals.txt is a day of a BS month.
+std::string fixedEvents(const std::string& name, const fs::path& file) {
+    std::string ids;
+    std::size_t count = 0;
+    forEachLine(file, true, [&](const Line& line) {
+        const std::size_t trust = line.text.find('|');
+        const std::size_t rule = line.text.find('|', trust + 1);
+        if (rule == std::string::npos) line.refuse("has no rule");
+        const std::vector<std::string_view> parts = dinmala::wordsOf(std::string_view{line.text}.substr(rule + 1));
+        if (parts.empty() || parts.front() != "bs") return;
+        ids += std::to_string(idOf(line)) + ",";
+        ++count;
+    });
+    return "constexpr std::array<std::uint16_t, " + std::to_string(count) + "> " + name + "{" + ids + "};\n";
 }
 
 std::string arrayOf(const std::string& name, const std::string& entries) {
@@ -246,14 +322,23 @@ void run(const std::vector<std::string>& args) {
     };
     if (mode == "months" && args.size() == 3) {
         write(args[1], fs::path(args[2]).filename().string(), monthTable(args[2]));
-    } else if (mode == "names" && args.size() == 4) {
-        write(args[2], fs::path(args[3]).filename().string(), arrayOf(args[1], names(args[3])));
+    } else if (mode == "names" && args.size() >= 4) {
+        write(args[2], fs::path(args[3]).filename().string(), arrayOf(args[1], names(files(3))));
     } else if (mode == "years" && args.size() >= 4) {
         write(args[2], "the year lists", arrayOf(args[1], yearLists(args[3], files(4))));
     } else if (mode == "dates" && args.size() >= 3) {
         write(args[2], "the dated lists", arrayOf(args[1], dateLists(files(3))));
+    } else if (mode == "lengths" && args.size() == 4) {
+        write(args[2], fs::path(args[3]).filename().string(), lengthArray(args[1], args[3]));
+    } else if (mode == "packed" && args.size() >= 4) {
+        const std::vector<fs::path> all = files(3);
+        const auto dashes = std::find(all.begin(), all.end(), "--");
+        write(args[2], "the years", packedYears(args[1], {all.begin(), dashes}, {std::next(dashes), all.end()}));
+    } else if (mode == "fixed" && args.size() == 4) {
+        write(args[2], fs::path(args[3]).filename().string(), fixedEvents(args[1], args[3]));
     } else {
-        throw std::runtime_error("usage: make_tables months|names|years|dates ... (see the head of make_tables.cpp)");
+        throw std::runtime_error(
+            "usage: make_tables months|names|years|dates|lengths|packed|fixed ... (see the head of make_tables.cpp)");
     }
 }
 
@@ -262,6 +347,7 @@ void run(const std::vector<std::string>& args) {
 int main(int argc, char** argv) {
     try {
         run({argv + 1, argv + argc});
+        return EXIT_SUCCESS;
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';
         return EXIT_FAILURE;

@@ -6,7 +6,6 @@
 /// before it sets the next.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -14,16 +13,9 @@
 #include <utility>
 #include <vector>
 
-namespace dinmala {
+#include "desktop/Image.h"
 
-/// A picture from a file: RGBA, 8 bits each, row by row from the top.
-struct Image {
-    std::string path;
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint8_t> pixels;  ///< width * height * 4
-};
-using ImagePtr = std::shared_ptr<const Image>;
+namespace dinmala {
 
 /// Tells its observer after every change.
 class Observable {

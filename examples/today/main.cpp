@@ -1,28 +1,41 @@
-// Today in both calendars, or what an AD date (yyyyMMdd) is in Bikram Sambat.
+// Today in both calendars, or an AD date such as 2013-04-14, with its tithi and festivals.
+#include <chrono>
 #include <iostream>
-#include <string>
 
-#include "calendar/DataStore.h"
+#include "almanac/Edition.h"
+#include "base/BsCalendar.h"
+#include "base/DateText.h"
+#include "base/Names.h"
+#include "base/TimeZone.h"
 
 int main(int argc, char** argv) {
-    // A store stands for the moment at which it was made: make a new one to refresh.
-    const dinmala::DataStore store;
-    const std::string adDate = argc > 1 ? argv[1] : store.getCurrentNepalDateTime();
+    using namespace dinmala;
+    using namespace std::chrono;
 
-    // Nothing for a day that its month does not have.
-    const auto bsDate = store.convertAd2Bs(adDate);
-    if (!bsDate) {
-        std::cerr << adDate << " is not a day\n";
+    // The calendar as Nepal publishes it; firstEdition() is as it was first made.
+    const Edition& edition = currentEdition();
+
+    sys_days day{floor<days>(kathmandu().toLocal(systemNow())).time_since_epoch()};
+    if (argc > 1) {
+        const auto read = readDate(argv[1]);
+        const year_month_day ad =
+            read && read->year ? std::chrono::year{*read->year} / read->month / read->day : year_month_day{};
+        if (!ad.ok()) {
+            std::cerr << argv[1] << " is not a day\n";
+            return 1;
+        }
+        day = ad;
+    }
+    const auto date = edition.calendar.toDate(day);
+    if (!date) {
+        std::cerr << "the calendar reaches from " << dateText(edition.calendar.firstDate()) << " to "
+                  << dateText(edition.calendar.lastDate()) << "\n";
         return 1;
     }
-    std::cout << store.getWeekDayName("bs", "long", store.getWeekDayByAd(adDate)) << " " << *bsDate << "\n";
+    std::cout << nameAt(kWeekDaysNepali, weekday{day}.c_encoding() + 1) << " " << dateText(*date) << "\n";
 
-    // The catalogues take a year and day with month: "2070", "0101".
-    if (argc == 1 && store.coversToday()) {
-        const std::string day = std::to_string(100 + store.getBsCurrentDay()).substr(1);
-        const std::string month = std::to_string(100 + store.currentBSMonth()).substr(1);
-        for (const std::string& event : store.getDayEvent(std::to_string(store.currentBSYear()), day + month)) {
-            std::cout << event << "\n";
-        }
+    if (const auto listed = edition.almanac.day(*date)) {
+        for (const Tithi& tithi : listed->tithis) std::cout << tithiTitle(tithi.number) << "\n";
+        for (const Event& event : listed->events) std::cout << event.name << "\n";
     }
 }

@@ -34,7 +34,7 @@ TEST_F(EventQueries, FindNothingUnderAKeyOfAnotherForm) {
         EXPECT_TRUE(store.getDayEvent(year, "0101").empty()) << year;
         EXPECT_TRUE(store.getDayTithi(year, "0101").empty()) << year;
     }
-    for (const std::string_view day : {"101", "10101", "", "010", "०१०१"}) {
+    for (const std::string_view day : {"101", "10101", "01015", "", "010", "०१०१"}) {
         EXPECT_TRUE(store.getDayEvent("2070", day).empty()) << day;
         EXPECT_TRUE(store.getDayTithi("2070", day).empty()) << day;
     }

@@ -22,6 +22,7 @@ protected:
 
 TEST_F(UpcomingEvents, CountDownToTheImportantOnes) {
     EXPECT_EQ(importantAt(nepal(2014, 3, 29)), (Names{"घोडे जात्रा~भोलि", "राम नवमी~१० दिन बाँकी"}));
+    EXPECT_EQ(importantAt(nepal(2014, 4, 6)), (Names{"राम नवमी~२ दिन बाँकी"}));
     EXPECT_EQ(importantAt(nepal(2014, 4, 7)), (Names{"राम नवमी~भोलि"}));
     EXPECT_EQ(importantAt(nepal(2014, 4, 8, 0, 0)), (Names{"राम नवमी~0"}));
     EXPECT_EQ(importantAt(nepal(2014, 4, 8, 0, 0) + 1ns), Names{});

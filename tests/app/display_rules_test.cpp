@@ -101,6 +101,34 @@ TEST_F(DisplayRules, TheMarkDecidesNotTheKey) {
     EXPECT_EQ(state(), "month");
 }
 
+// Another session, or a person in the file: the next refresh shows it by the same
+// rules, and a toggle does not bring the old choices back.
+TEST_F(DisplayRules, FollowWhatIsChosenElsewhere) {
+    start({"year", "month"});
+    shell.preferences.elsewhere = {{"icon", true}, {"tithi", true}};
+    shell.delegate->updateData();
+    EXPECT_EQ(state(), "tithi");
+    EXPECT_EQ(shell.title(), " ");
+    shell.preferences.elsewhere = {{"dow", true}};
+    shell.delegate->setYear(nullptr);
+    EXPECT_EQ(state(), "year dow");
+}
+
+// A desktop may show a mark that is neither on nor off; it is not off.
+TEST_F(DisplayRules, AMixedMarkIsTurnedOff) {
+    start({"year", "month"});
+    shell.toggles[1].setState(-1);
+    shell.delegate->setYear(nullptr);
+    EXPECT_EQ(state(), "month");
+    shell.toggles[0].setState(-1);
+    shell.delegate->setIcon(nullptr);
+    EXPECT_EQ(state(), "month");
+    shell.startup.setState(-1);
+    shell.delegate->changeAppStartup(nullptr);
+    EXPECT_EQ(shell.startup.state(), kOffState);
+    EXPECT_TRUE(shell.loginItems.entries.empty());
+}
+
 TEST_F(DisplayRules, SettingsAnswerOnlyTheEightKeys) {
     EXPECT_FALSE(shell.delegate->getPlist("icon"));  // no readable file
     shell.settings = PropertyList{{"icon", true},

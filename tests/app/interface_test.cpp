@@ -1,9 +1,13 @@
 #include "app/Interface.h"
 
 #include <gtest/gtest.h>
+#include <libintl.h>
+#include <stdlib.h>
 
+#include <clocale>
 #include <fstream>
 #include <sstream>
+#include <utility>
 
 #include "tests/support/FakePlatform.h"
 
@@ -18,7 +22,7 @@ std::string shippedDefinition() {
 
 std::string refusal(const std::string& definition) {
     try {
-        const Interface interface { definition, "en" };
+        const Interface interface { definition };
     } catch (const InterfaceError& error) {
         return error.what();
     }
@@ -36,7 +40,7 @@ MenuItem* rowTitled(const Menu& menu, const std::string& title) {
 // shell is worked through the shipped menu alone.
 TEST(Interface, TheShippedMenuDrivesTheShell) {
     test::Shell shell;
-    Interface interface { shippedDefinition(), "en" };
+    Interface interface { shippedDefinition() };
     const Outlets& o = interface.outlets();
     for (const MenuItem* item : {o.dateMenuItem, o.descriptionMenuItem, o.startupMenuItem, o.logoMenuItem}) {
         ASSERT_NE(item, nullptr);
@@ -66,6 +70,7 @@ TEST(Interface, TheShippedMenuDrivesTheShell) {
 
     o.startupMenuItem->choose();
     EXPECT_EQ(shell.loginItems.entries.size(), 1u);
+    EXPECT_TRUE(o.logoMenuItem->isEnabled());
     o.logoMenuItem->choose();
     EXPECT_EQ(shell.opened, (std::vector<std::string>{"http://site.example/?ref=mac"}));
     rowTitled(*o.statusMenu, "Quit")->choose();
@@ -85,12 +90,49 @@ TEST(Interface, TheShippedMenuDrivesTheShell) {
     EXPECT_EQ(shell.opened.back(), "http://site.example/apps/mac/");
 }
 
-TEST(Interface, SpeaksTheLanguageAskedForElseEnglish) {
-    const std::string definition = shippedDefinition();
-    EXPECT_NE(rowTitled(*Interface(definition, "ne").outlets().statusMenu, "बन्द गर्ने"), nullptr);
-    EXPECT_NE(rowTitled(*Interface(definition, "fr").outlets().statusMenu, "Quit"), nullptr);
-    EXPECT_EQ(Interface(R"({"rows":[{"title":{"de":"Ende"}}]})", "ne").outlets().statusMenu->items()[0]->title(),
-              "Ende");
+TEST(Interface, OffersTheMonthWindowWhereThereIsOne) {
+    for (const bool installed : {false, true}) {
+        test::Shell shell;
+        int opened = 0;
+        Platform platform = shell.platform();
+        if (installed) platform.openCalendar = [&opened] { ++opened; };
+        Interface interface { shippedDefinition() };
+        AppDelegate delegate{std::move(platform), interface.outlets()};
+        interface.connect(delegate, [] {});
+        delegate.awakeFromNib();
+        const MenuItem& row = *interface.outlets().statusMenu->items().front();
+        EXPECT_EQ(row.title(), "Calendar");
+        EXPECT_EQ(row.isHidden(), !installed);
+        row.choose();
+        EXPECT_EQ(opened, installed ? 1 : 0);
+    }
+}
+
+TEST(Interface, OffersNoLinkWithoutASite) {
+    for (const char* host : {"", "dinmala.invalid"}) {
+        test::Shell shell;
+        shell.info["DinmalaSiteHost"] = std::string{host};
+        Interface interface { shippedDefinition() };
+        AppDelegate delegate{shell.platform(), interface.outlets()};
+        interface.connect(delegate, [] {});
+        EXPECT_FALSE(interface.outlets().logoMenuItem->isEnabled());
+        EXPECT_FALSE(rowTitled(*interface.outlets().statusMenu, "A newer version is out…")->isEnabled());
+        EXPECT_TRUE(rowTitled(*interface.outlets().statusMenu, "Quit")->isEnabled());
+    }
+}
+
+TEST(Interface, SpeaksTheUsersLanguage) {
+    bindtextdomain("dinmala", LOCALE);
+    bind_textdomain_codeset("dinmala", "UTF-8");
+    for (const auto& [language, quit] : {std::pair{"ne", "बन्द गर्ने"}, std::pair{"fr", "Quit"}}) {
+        setenv("LANGUAGE", language, 1);
+        std::setlocale(LC_MESSAGES, "C");
+        std::setlocale(LC_MESSAGES, "C.UTF-8");  // a change, or an earlier language would be remembered
+        const Interface interface { shippedDefinition() };
+        EXPECT_NE(rowTitled(*interface.outlets().statusMenu, quit), nullptr) << language;
+    }
+    unsetenv("LANGUAGE");
+    std::setlocale(LC_MESSAGES, "C");
 }
 
 TEST(Interface, SaysWhatIsWrongAndWhere) {
@@ -99,8 +141,7 @@ TEST(Interface, SaysWhatIsWrongAndWhere) {
     EXPECT_EQ(refusal(R"({"rows":[]})"), "rows: is not a list of rows");
     EXPECT_EQ(refusal(R"({"rows":[7]})"), "rows[0]: a row is not an object");
     EXPECT_EQ(refusal(R"({"rows":[{"titel":{}}]})"), "rows[0]: unknown key \"titel\"");
-    EXPECT_EQ(refusal(R"({"rows":[{"title":"x"}]})"), "rows[0]: \"title\" is not a table of languages");
-    EXPECT_EQ(refusal(R"({"rows":[{"title":{"en":5}}]})"), "rows[0]: \"en\" is not a text");
+    EXPECT_EQ(refusal(R"({"rows":[{"title":{"en":"x"}}]})"), "rows[0]: \"title\" is not a text");
     EXPECT_EQ(refusal(R"({"rows":[{"mark":1}]})"), "rows[0]: \"mark\" is not true or false");
     EXPECT_EQ(refusal(R"({"rows":[{"rows":[{"outlet":"iconMenu"}]}]})"),
               "rows[0].rows[0]: there is no outlet iconMenu of this kind");
@@ -109,6 +150,10 @@ TEST(Interface, SaysWhatIsWrongAndWhere) {
     EXPECT_EQ(refusal(R"({"rows":[{"label":"txtDay"},{"label":"txtDay"}]})"),
               "rows[1]: outlet txtDay is connected already");
     EXPECT_EQ(refusal(R"({"rows":[{"action":"setYear"}]})"), "rows[0]: there is no action setYear");
+    std::string deep;
+    for (int i = 0; i < 50000; ++i) deep += R"({"rows":[)";
+    for (int i = 0; i < 50000; ++i) deep += "]}";
+    EXPECT_EQ(refusal(deep), "rows[0].rows[0].rows[0].rows[0].rows[0].rows[0].rows[0].rows[0].rows: is too deep");
 }
 
 }  // namespace

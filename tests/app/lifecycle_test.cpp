@@ -62,6 +62,34 @@ TEST_F(Lifecycle, RefreshesOnceWhenTheMinuteChanges) {
     EXPECT_TRUE(refreshes(shell.runLoop.tick));
 }
 
+// What a panel of the same user was told shows here at the next tick, marks included, and once.
+TEST_F(Lifecycle, FollowsChoicesOfAnotherSession) {
+    start();
+    shell.preferences.elsewhere = {{"dow", true}};
+    EXPECT_TRUE(refreshes(shell.runLoop.tick));
+    EXPECT_EQ(shell.title(), " शुक्रवार");
+    EXPECT_FALSE(refreshes(shell.runLoop.tick));
+}
+
+// The item is on show some time after the start, two seconds where no panel is there
+// yet. Whatever turns meanwhile is caught at the next tick; only the update check waits.
+TEST_F(Lifecycle, NothingTurnsUnseenWhileItStarts) {
+    shell.now = nepal(2013, 5, 14, 23, 59, 59);
+    shell.perReading = 1s;
+    std::function<void()> shown;
+    Platform platform = shell.platform();
+    platform.whenShown = [&](std::function<void()> callback) { shown = std::move(callback); };
+    shell.delegate = std::make_unique<AppDelegate>(std::move(platform), shell.outlets());
+    shell.delegate->launch();
+    EXPECT_EQ(shell.title(), " बैशाख ३१ २३:५९");
+    ASSERT_TRUE(shell.runLoop.tick && shell.runLoop.clockChanged && shell.runLoop.woke);
+    EXPECT_TRUE(refreshes(shell.runLoop.tick));
+    EXPECT_EQ(shell.title(), " जेठ १ ००:००");
+    EXPECT_TRUE(shell.fetched.empty());
+    shown();
+    EXPECT_EQ(shell.fetched.size(), 1u);
+}
+
 TEST_F(Lifecycle, TheClockSetBackAnHourRefreshesByItsOwnNotice) {
     start();
     const std::uint64_t recorded = shell.delegate->minute();
@@ -79,6 +107,34 @@ TEST_F(Lifecycle, WakingRefreshesAtOnceAndTheNextTickAgain) {
     EXPECT_TRUE(refreshes(shell.runLoop.woke));
     EXPECT_EQ(shell.title(), " कार्तिक २ २३:०१");
     EXPECT_TRUE(refreshes(shell.runLoop.tick));  // the recorded minute was left alone
+}
+
+// A refresh that reads the clock twice may tell the day of before midnight with the
+// month of after it. Here every reading is a second later than the last.
+TEST_F(Lifecycle, ARefreshIsOneMoment) {
+    for (const Moment turn : {nepal(2013, 5, 15, 0, 0),      // Baishakh ends
+                              nepal(2014, 4, 14, 0, 0),      // BS 2070 ends
+                              nepal(2013, 6, 1, 0, 0),       // May ends within Jeth
+                              nepal(2013, 5, 20, 6, 31)}) {  // a minute
+        for (const auto before : {0s, 1s, 2s, 3s, 5s, 8s, 13s}) {
+            Shell still{turn - before};
+            for (const char* key : {"year", "month", "day", "dow", "time", "tithi", "event"}) {
+                still.preferences.setBoolForKey(true, key);
+            }
+            still.delegate->awakeFromNib();
+            Shell moving{turn - 2min};
+            moving.preferences.values = still.preferences.values;
+            moving.delegate->awakeFromNib();
+            moving.delegate->applicationDidFinishLaunching(nullptr);
+            moving.perReading = 1s;
+            const std::function<void()> triggers[] = {moving.runLoop.tick, moving.runLoop.clockChanged};
+            for (const auto& trigger : triggers) {
+                moving.now = turn - before;
+                trigger();
+                EXPECT_EQ(moving.everything(), still.everything()) << before.count() << " s before";
+            }
+        }
+    }
 }
 
 TEST_F(Lifecycle, StartsWithoutALogo) {

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <limits>
+
 #include "tests/support/FakePlatform.h"
 
 namespace dinmala {
@@ -32,6 +35,18 @@ TEST_F(StatusDisplay, ComposesTheTitleOfTheChosenPieces) {
     EXPECT_EQ(shell.title(), " शनिवार");
     show({});  // changed from outside since the rules were applied
     EXPECT_EQ(shell.title(), "");
+}
+
+// 5 Baishakh has five events and 1 Bhadra two others: a key turned round shows, as does a
+// year in other digits, another separator, and one list in the other's place.
+TEST_F(StatusDisplay, TellsTithiAndEventsOfTheDay) {
+    shell.now = nepal(2013, 4, 18, 6, 30);
+    show({"tithi", "event"});
+    const std::string events = "गोरखकाली पूजा/ चैते दशैं/ अष्टमी व्रत/ श्री श्वेत मत्स्येन्द्रनाथ रथयात्रा (जमयात)/ श्री भवानी उत्पत्ति";
+    EXPECT_EQ(shell.title(), " अष्टमी " + events);
+    EXPECT_EQ(shell.description.title(), "अष्टमी, " + events);
+    EXPECT_EQ(shell.labels[5].stringValue(), "अष्टमी");
+    EXPECT_EQ(shell.labels[6].stringValue(), events);
 }
 
 TEST_F(StatusDisplay, AnEmptyPieceStillAddsItsBlank) {
@@ -81,12 +96,18 @@ TEST_F(StatusDisplay, ShowsTheFlagAloneAndLeavesNoneBesideAText) {
 }
 
 TEST_F(StatusDisplay, IsHonestOutsideTheTable) {
-    for (const Moment outside : {nepal(2043, 4, 14, 0, 0), nepal(1942, 4, 12, 23, 59)}) {
+    // The last three are past what a moment can hold: 1 January AD 2600, a Wednesday, the end of time and its begin.
+    for (const Moment outside :
+         {nepal(2043, 4, 14, 0, 0), nepal(1942, 4, 12, 23, 59), momentOf(19880938800),
+          momentOf(std::numeric_limits<std::int64_t>::max()), momentOf(std::numeric_limits<std::int64_t>::min())}) {
         shell.now = outside;
         show({"year", "month", "day"});
         EXPECT_EQ(shell.title(), "– – –");
         EXPECT_EQ(shell.description.title(), "–, आजको मिति पात्रोमा छैन");
     }
+    shell.now = momentOf(19880938800);
+    show({"dow", "time"});
+    EXPECT_EQ(shell.title(), " बुधवार १६:४५");
     shell.now = nepal(2043, 4, 13, 12, 0);
     show({"year", "month", "day"});
     EXPECT_EQ(shell.title(), "२०९९ चैत्र ३०");

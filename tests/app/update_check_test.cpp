@@ -15,6 +15,7 @@ TEST(UpdateAnswer, AnnouncesOnlyWhatReadsAsOne) {
                                         R"({"update":null})",
                                         R"({"update":false})",
                                         R"({"update":2})",
+                                        R"({"update":1.5})",
                                         R"({"update":-1})",
                                         R"({"update":"1 "})",
                                         R"({"update":"01"})",
@@ -57,6 +58,18 @@ TEST_F(UpdateCheck, AsksForVersionThenBuildAndShowsTheButton) {
     EXPECT_TRUE(check());
     EXPECT_FALSE(shell.update.isHidden());
     EXPECT_EQ(shell.fetched, (std::vector<std::string>{"http://site.example/apps/mac/request/vcheck/v/2.0/b/7"}));
+}
+
+// A property list may hold a version as a number.
+TEST_F(UpdateCheck, AsksForAVersionOfAnyType) {
+    shell.info["CFBundleShortVersionString"] = 1.5;
+    shell.info["CFBundleVersion"] = std::int64_t{-12};
+    check();
+    shell.info["CFBundleShortVersionString"] = true;
+    shell.info.erase("CFBundleVersion");
+    check();
+    EXPECT_EQ(shell.fetched, (std::vector<std::string>{"http://site.example/apps/mac/request/vcheck/v/1.5/b/-12",
+                                                       "http://site.example/apps/mac/request/vcheck/v/1/b/"}));
 }
 
 TEST_F(UpdateCheck, HidesTheButtonUnlessAnUpdateIsAnnounced) {

@@ -26,18 +26,29 @@ inline std::string contentOf(const std::filesystem::path& path) {
     return out.str();
 }
 
-/// Runs it with a shell's idea of `arguments`, output and errors apart.
-inline Result run(const std::string& arguments, const std::string& input = "") {
-    const std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / ("cal_test." + std::to_string(getpid()));
+/// A folder of this process, where the command finds neither preferences nor years unless a test puts them there.
+inline std::filesystem::path testFolder() {
+    return std::filesystem::temp_directory_path() / ("cal_test." + std::to_string(getpid()));
+}
+
+inline std::string testEnvironment() {
+    const std::string at = testFolder().string();
+    return "env -u DINMALA_EDITION -u NO_COLOR XDG_CONFIG_HOME=" + at + " XDG_DATA_HOME=" + at +
+           " XDG_DATA_DIRS=" + at + " ";
+}
+
+/// Runs it with a shell's idea of `arguments`, output and errors apart, in the first edition unless `environment`
+/// has another.
+inline Result run(const std::string& arguments, const std::string& input = "",
+                  const std::string& environment = "DINMALA_EDITION=first") {
+    const std::filesystem::path folder = testFolder();
     std::filesystem::create_directories(folder);
     std::ofstream{folder / "in"} << input;
     const std::string at = folder.string();
-    const int status =
-        std::system((DINMALA_CAL " " + arguments + " <" + at + "/in >" + at + "/out 2>" + at + "/err").c_str());
-    Result result{contentOf(folder / "out"), contentOf(folder / "err"), WEXITSTATUS(status)};
-    std::filesystem::remove_all(folder);
-    return result;
+    const int status = std::system((testEnvironment() + environment + " " DINMALA_CAL " " + arguments + " <" + at +
+                                    "/in >" + at + "/out 2>" + at + "/err")
+                                       .c_str());
+    return {contentOf(folder / "out"), contentOf(folder / "err"), WEXITSTATUS(status)};
 }
 
 /// What it writes to a terminal, `environment` being "NAME=value" or "".
@@ -45,7 +56,8 @@ inline std::string runOnTerminal(const std::string& arguments, const std::string
     int terminal = -1;
     const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
     if (child == 0) {
-        const std::string command = "env -u NO_COLOR TERM=xterm " + environment + " " + DINMALA_CAL + " " + arguments;
+        const std::string command =
+            testEnvironment() + "TERM=xterm DINMALA_EDITION=first " + environment + " " + DINMALA_CAL + " " + arguments;
         execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
         _exit(127);
     }

@@ -116,6 +116,9 @@ TEST_F(MonthCursor, StopsAtTheEndsOfTheTable) {
     last.nextMonth();
     expectNeighbours(last, 1211);
     EXPECT_EQ(last.nextBSYear(), 0u);
+    last.previousMonth();
+    last.nextMonth();
+    expectNeighbours(last, 1211);
 }
 
 TEST_F(MonthCursor, KnowsTheLengthOfItsTwoAdMonths) {

@@ -90,5 +90,16 @@ TEST_F(MonthGrid, StaysSensibleInTheFirstAndLastMonth) {
     EXPECT_EQ(store.getMonthBSDays(), runs({{1, 30}, {1, 12}}));
 }
 
+// Of a record that was set by hand: the days begin in the first cell, all three grids alike.
+TEST_F(MonthGrid, BeginsInTheFirstCellWithoutAFirstWeekday) {
+    store.setSm_data("0320703120130615201307150");
+    EXPECT_EQ(store.getMonthBSDays(), runs({{1, 31}, {1, 11}}));
+    EXPECT_EQ(store.getMonthBSDaysIsCurrentNextOrPrevious(), kinds(0, 31, 11));
+    EXPECT_EQ(store.getMonthADDays(), runs({{15, 30}, {1, 26}}));
+    store.setSm_data("032070-120130615201307151");  // more days than any grid has cells
+    EXPECT_EQ(store.getMonthBSDays(), runs({{1, 42}}));
+    EXPECT_EQ(store.getMonthBSDaysIsCurrentNextOrPrevious(), kinds(0, 42, 0));
+}
+
 }  // namespace
 }  // namespace dinmala

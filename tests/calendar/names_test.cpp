@@ -2,9 +2,9 @@
 
 #include <limits>
 
+#include "base/Names.h"
 #include "calendar/DataStore.h"
 #include "calendar/DataStoreFunctions.h"
-#include "calendar/Names.h"
 #include "tests/support/Moments.h"
 
 namespace dinmala {

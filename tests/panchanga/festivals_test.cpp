@@ -1,6 +1,6 @@
 // The rule files: what the grammar refuses, and where a rule puts its festival.
 
-#include "AlmanacCheck.h"
+#include "tools/RuleFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -17,12 +17,7 @@ using namespace std::chrono;
 /// The complaint about the second line of a rules file that holds only `line` there, or nothing.
 std::string complaint(const std::string& line) {
     std::istringstream rules{"# a comment\n" + line + "\n"};
-    try {
-        const Festivals festivals{rules, "rules.txt"};
-        return {};
-    } catch (const FileError& error) {
-        return error.text;
-    }
+    return Festivals{}.read(rules, "rules.txt").value_or(FileError{}).text;
 }
 
 TEST(FestivalRules, RefuseALineThatBreaksTheGrammarWithFileAndLine) {
@@ -38,6 +33,7 @@ TEST(FestivalRules, RefuseALineThatBreaksTheGrammarWithFileAndLine) {
           Bad{"5 | known | bs 0101 | law", "'0101' is no month and day"},
           Bad{"5 | known | at 01-01 | law", "'at' begins no rule"},
           Bad{"5 | known | on 2013-02-30 | law", "'2013-02-30' is no date"},
+          Bad{"5 | known | | law", "missing rule"},
           Bad{"5 | known | lunar Asoj bright 1 | law", "'Asoj' is no lunar month"},
           Bad{"5 | known | lunar Magh bright 16 | law", "'16' is no tithi from 1 to 15"},
           Bad{"5 | known | lunar Magh dark 20 | law", "a dark half ends with 30"},
@@ -48,6 +44,11 @@ TEST(FestivalRules, RefuseALineThatBreaksTheGrammarWithFileAndLine) {
           Bad{"5 | known | bs 01-01, as 4 | law", "no line above"},
           Bad{"5 | known | bs 01-01, often | law", "'often' is no modifier"},
           Bad{"5 | known | bs 01-01, shift 11 | law", "'11' is no shift"},
+          Bad{"5 | known | bs 01-01, last 05-19 | law", "'last' goes on with 'by'"},
+          Bad{"5 | known | bs 01-01, near sunrise | law", "'near' goes on with 'by'"},
+          Bad{"5 | known | bs 01-01, edition second | law", "'second' is no edition"},
+          Bad{"5 | known | bs 01-01, from 72 | law", "'72' is no BS year"},
+          Bad{"5 | known | bs 01-01, moves 4 2017-08-07 | law", "no line above"},
           Bad{"5 | known | unknown | law", "unknown exactly when"},
           Bad{"5 | unknown | bs 01-01 | law", "unknown exactly when"},
           Bad{"5 | known | bs 01-01 | ", "the source is missing"},
@@ -57,6 +58,26 @@ TEST(FestivalRules, RefuseALineThatBreaksTheGrammarWithFileAndLine) {
         EXPECT_EQ(said.compare(0, 10, "rules.txt:"), 0) << said;
     }
     EXPECT_EQ(complaint("5 | known | first Sunday from bs 09-01, shift -1, only 2070 2071 | law"), "");
+
+    const auto beside = [](auto read, const std::string& line) {
+        std::istringstream rules{"5 | known | bs 01-01 | law\n"}, file{line};
+        Festivals festivals;
+        EXPECT_FALSE(festivals.read(rules, "rules.txt"));
+        return (festivals.*read)(file, "file.txt").value_or(FileError{}).text;
+    };
+    for (const auto& [line, says] : {Bad{"2013-04-14 | 5", "file.txt:1: a line is 'AD date | id | source'"},
+                                     Bad{"2013-04-31 | 5 | x", "file.txt:1: '2013-04-31' is no date"},
+                                     Bad{"2013-04-14 | 5 6 | x", "file.txt:1: id 6 has no rule"}}) {
+        EXPECT_EQ(beside(&Festivals::readCorrections, line).find(says), 0U) << line;
+    }
+    for (const auto& [line, says] :
+         {Bad{"5 | national | 2079-", "file.txt:1: a line is 'id | kind | years | source'"},
+          Bad{"5 | royal | 2079- | x", "file.txt:1: 'royal' is no kind of holiday"},
+          Bad{"5 | group | 2079-2078 | x", "file.txt:1: '2079-2078' is no list of BS years"},
+          Bad{"6 | group | 2079- | x", "file.txt:1: id 6 has no rule"},
+          Bad{"5 | group | 2079- | x\n5 | national | 2080 | x", "file.txt:2: id 5 has a line for those years"}}) {
+        EXPECT_EQ(beside(&Festivals::readHolidays, line).find(says), 0U) << line;
+    }
 }
 
 class RuleDays : public testing::Test {
@@ -64,7 +85,8 @@ protected:
     /// The days of one rule in a BS year, as AD dates with their grades.
     std::vector<std::string> days(const std::string& rule, int year) {
         std::istringstream text{"1 | known | lunar Bhadra bright 3 | test\n9 | known | " + rule + " | test\n"};
-        const Festivals festivals{text, "rules.txt"};
+        Festivals festivals;
+        EXPECT_FALSE(festivals.read(text, "rules.txt")) << rule;
         const SkyYear sky{year, rules.calendar, panchanga};
         std::vector<std::string> found;
         for (const Occurrence& one : festivals.daysOf(9, sky)) {
@@ -78,8 +100,8 @@ protected:
     }
 
     using Days = std::vector<std::string>;
-    AlmanacRules rules{DINMALA_ROOT};
-    Panchanga panchanga;
+    tools::AlmanacRules rules{SOURCE_DIR};
+    Panchanga panchanga{kFirstReckoning};
 };
 
 // Each case is a day that Nepal kept, so a rule kind that counts, shifts or filters wrongly misses it.
@@ -117,6 +139,7 @@ TEST_F(RuleDays, FollowTheMoonThroughTheStars) {
     const Days entries = days("moon enters 300", 2070);
     EXPECT_EQ(entries.size(), 13U);
     EXPECT_EQ(entries.front(), "2013-5-3");
+    EXPECT_EQ(entries[1], "2013-5-30");  // at 01:32 of the next date: the day runs to the sunrise
 }
 
 }  // namespace

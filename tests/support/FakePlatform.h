@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/AppDelegate.h"
@@ -21,6 +22,18 @@ public:
         return found != values.end() && found->second;
     }
     void setBoolForKey(bool value, std::string_view key) override { values.insert_or_assign(std::string{key}, value); }
+    bool reload() override {
+        if (!elsewhere) return false;
+        values = *std::exchange(elsewhere, std::nullopt);
+        return true;
+    }
+    [[nodiscard]] std::string textForKey(std::string_view key) const override {
+        const auto found = texts.find(key);
+        return found != texts.end() ? found->second : std::string{};
+    }
+    void setTextForKey(std::string_view value, std::string_view key) override {
+        texts.insert_or_assign(std::string{key}, std::string{value});
+    }
     bool synchronize() override {
         ++flushes;
         saved = values;
@@ -38,6 +51,8 @@ public:
 
     std::map<std::string, bool, std::less<>> values;
     std::map<std::string, bool, std::less<>> saved;
+    std::map<std::string, std::string, std::less<>> texts;
+    std::optional<std::map<std::string, bool, std::less<>>> elsewhere;  ///< chosen by another program
     int flushes = 0;
 };
 
@@ -97,7 +112,7 @@ public:
 
     [[nodiscard]] Platform platform() {
         Platform p;
-        p.clock = [this] { return now; };
+        p.clock = [this] { return std::exchange(now, now + perReading); };
         p.bundle.bundlePath = "/opt/dinmala/bin/dinmala";
         p.bundle.pathForResource = [this](std::string_view name, std::string_view type) -> std::optional<std::string> {
             const std::string file = std::string{name} + "." + std::string{type};
@@ -157,6 +172,18 @@ public:
 
     [[nodiscard]] std::optional<std::string> title() const { return delegate->statusItem()->title(); }
 
+    /// Everything that a person can see.
+    [[nodiscard]] std::string everything() const {
+        const StatusItem& item = *delegate->statusItem();
+        std::string text = item.title().value_or("no title");
+        for (const ImagePtr& image : {item.image(), item.alternateImage(), logo.image()}) {
+            text += " | " + (image ? image->path : "no image");
+        }
+        text += " | " + item.toolTip() + " | " + date.title() + " | " + description.title();
+        for (const Label& label : labels) text += " | " + label.stringValue();
+        return text + " | " + marks();
+    }
+
     /// The marks of the eight toggles, flag first: "0111..." style.
     [[nodiscard]] std::string marks() const {
         std::string result;
@@ -165,6 +192,7 @@ public:
     }
 
     Moment now;
+    std::chrono::seconds perReading{0};  ///< how far the clock goes on each time it is read
     FakePreferences preferences;
     FakeLoginItems loginItems;
     FakeRunLoop runLoop;

@@ -13,18 +13,6 @@
 
 namespace dinmala::test {
 
-/// Everything that a person can see of a shell.
-inline std::string everythingShown(const Shell& shell) {
-    const StatusItem& item = *shell.delegate->statusItem();
-    std::string text = item.title().value_or("no title");
-    for (const ImagePtr& image : {item.image(), item.alternateImage(), shell.logo.image()}) {
-        text += " | " + (image ? image->path : "no image");
-    }
-    text += " | " + item.toolTip() + " | " + shell.date.title() + " | " + shell.description.title();
-    for (const Label& label : shell.labels) text += " | " + label.stringValue();
-    return text + " | " + shell.marks();
-}
-
 /// Time moves to every full hour and the minute before it, and through every minute
 /// from five before to five after each midnight in Nepal. At each step the loop ticks
 /// once, and the shell must have refreshed: the time is the clock's, the date another
@@ -103,11 +91,11 @@ private:
         Shell fresh{shell.now};
         fresh.preferences.values = shell.preferences.values;
         fresh.delegate->awakeFromNib();
-        if (everythingShown(shell) != everythingShown(fresh)) fault("a fresh one shows " + everythingShown(fresh));
+        if (shell.everything() != fresh.everything()) fault("a fresh one shows " + fresh.everything());
     }
 
     void fault(const std::string& what) {
-        if (faults.size() < 10) faults.push_back(what + "; shown: " + everythingShown(shell));
+        if (faults.size() < 10) faults.push_back(what + "; shown: " + shell.everything());
     }
 
     /// Year, month, day and weekday.

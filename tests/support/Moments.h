@@ -10,8 +10,8 @@
 #include <optional>
 #include <string>
 
-#include "calendar/Clock.h"
-#include "calendar/TimeZone.h"
+#include "base/Clock.h"
+#include "base/TimeZone.h"
 
 namespace dinmala::test {
 

@@ -91,6 +91,9 @@ TEST_F(MakeTables, SpellsOutListsNamesAndDatesAsTheyStand) {
               head +
                   "the year lists; do not edit.\nconstexpr std::array<KeyedText, 1> kYears{{\n"
                   "    {\"2070\", \"0101428 01015 0101542 3001216 3001216\"},\n}};\n");
+    EXPECT_TRUE(run("years kYears", "events-2070.txt", "\t\n\t# note\n\v\n0101 5\n").ends_with("\"01015\"},\n}};\n"));
+    EXPECT_EQ(run("fixed kFixed", "f.txt", "x|known|bs 1 1\n"),
+              "refused: f.txt:1: x is not an id of 1 to 3 digits without leading zero\n");
     EXPECT_EQ(run("names kNames", "n.txt", "5|नयाँ वर्ष\n50|कुशे अौसी # kept\n"),
               head +
                   "n.txt; do not edit.\nconstexpr std::array<KeyedText, 2> kNames{{\n"

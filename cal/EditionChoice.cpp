@@ -1,0 +1,57 @@
+#include "cal/EditionChoice.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <string_view>
+
+#include "cal/Messages.h"
+#include "i18n/Translation.h"
+
+namespace dinmala::cal {
+
+namespace {
+
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t\r");
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+}
+
+/// The key `edition` of the group [display]; nothing without such a file or key.
+std::optional<EditionId> preferred() {
+    std::string folder = variable("XDG_CONFIG_HOME");
+    if (!folder.starts_with('/')) folder = variable("HOME") + "/.config";
+    std::ifstream file{folder + "/dinmala/preferences.ini"};
+    constexpr int kMostLines = 1000;  // of a file that is none of ours
+    std::optional<EditionId> found;
+    bool inGroup = false;
+    std::string line;
+    for (int i = 0; i < kMostLines && std::getline(file, line); ++i) {
+        const std::string_view text = trimmed(line);
+        if (text.starts_with('[')) inGroup = text == "[display]";
+        const std::size_t equals = text.find('=');
+        if (!inGroup || equals == std::string_view::npos || trimmed(text.substr(0, equals)) != "edition") continue;
+        found = editionNamed(trimmed(text.substr(equals + 1)));  // the last one counts
+    }
+    return found;
+}
+
+Result<EditionId> named(const std::string& word, const std::string& where) {
+    if (const auto id = editionNamed(word)) return *id;
+    return TextError{0, 0, tr("{1}: {2} is no edition; there are first and current", {where, shownText(word)})};
+}
+
+}  // namespace
+
+Result<EditionId> chosenEdition(const std::optional<std::string>& option) {
+    if (option) return named(*option, "--edition");
+    if (const std::string word = variable("DINMALA_EDITION"); !word.empty()) return named(word, "DINMALA_EDITION");
+    return preferred().value_or(EditionId::current);
+}
+
+}  // namespace dinmala::cal
