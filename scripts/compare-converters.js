@@ -65,15 +65,21 @@ const compare = (convert, from, to) => {
     let agree = 0
     let none = 0
     const years = new Map()
+    const silent = new Map()
     answers.forEach((answer, i) => {
         if (answer === to[i]) agree++
-        else if (answer === null) none++
+        else if (answer === null) {
+            none++
+            silent.set(bs[i].slice(0, 4), (silent.get(bs[i].slice(0, 4)) || 0) + 1)
+        }
         else years.set(bs[i].slice(0, 4), (years.get(bs[i].slice(0, 4)) || 0) + 1)
     })
-    return { agree, none, differ: from.length - agree - none, years, rate: from.length / seconds }
+    return { agree, none, differ: from.length - agree - none, years, silent, rate: from.length / seconds }
 }
 
 const rate = perSecond => `${(perSecond / 1e6).toFixed(3)} M/s`
+const parted = [] // a line a converter: how the late years go
+
 console.log(`${ad.length} days, BS ${bs[0]} to ${bs[bs.length - 1]}; node ${process.version}\n`)
 console.log('| converter | direction | agree | differ | no answer | speed | differ in BS years |')
 console.log('|---|---|---|---|---|---|---|')
@@ -88,5 +94,17 @@ for (const [name, make] of Object.entries(converters)) {
             : years.join(' ')
         console.log(`| ${name} ${version} | ${direction} | ${result.agree} | ${result.differ} | ${result.none} | ` +
             `${rate(result.rate)} | ${shown} |`)
+        if (direction === 'AD to BS') parted.push({ name, result })
     }
+}
+
+// Year by year where calendars are young: days that differ of all days, "-" where the package gives no answer.
+const late = []
+for (let year = 2078; year <= 2099; year++) late.push(String(year))
+console.log(`\n| BS year | days | ${parted.map(one => one.name).join(' | ')} |`)
+console.log(`|---|---|${parted.map(() => '---').join('|')}|`)
+for (const year of late) {
+    const days = bs.filter(text => text.startsWith(year)).length
+    const cells = parted.map(({ result }) => result.silent.get(year) === days ? '-' : String(result.years.get(year) || 0))
+    console.log(`| ${year} | ${days} | ${cells.join(' | ')} |`)
 }

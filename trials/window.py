@@ -1,0 +1,192 @@
+"""window-HOST [PROGRAM [PICTURES]]: the month window, which is beside the program, from a real click on the item in a
+panel with a window manager: its place, toggle, Esc, the keyboard elsewhere, double and many clicks, the menu's row. In
+MATE also what a screen reader hears of it; no display, no session bus; months on paper."""
+
+import json
+import os
+import signal
+import subprocess
+
+from trials.panels import TEXT, TILE, Story
+from trials.trial import HERE, Stop, running, until
+
+NAME = "org.dinmala.Dinmala.Window"
+MANAGERS = {"mate": ["marco"], "xfce": ["xfwm4", "--compositor=off"]}
+PANELS = {"mate": "mate-panel", "xfce": "xfce4-panel", "lxqt": "lxqt-panel"}
+
+
+class Listener:
+    """trials/listener.py, and what it has told so far."""
+
+    def __init__(self, trial, environment):
+        self.process = trial.start(["/usr/bin/python3", os.path.join(HERE, "trials/listener.py")], environment,
+                                   stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        os.set_blocking(self.process.stdout.fileno(), False)
+        self.text, self.facts = b"", []
+
+    def heard(self, key):
+        """The last that was told of this."""
+        self.text += self.process.stdout.read() or b""
+        *lines, self.text = self.text.split(b"\n")
+        self.facts += [json.loads(line) for line in lines]
+        return next((fact[key] for fact in reversed(self.facts) if fact.get(key)), None)
+
+    def table(self):
+        self.process.stdin.write(b"\n")
+        self.process.stdin.flush()
+        return until(lambda: self.heard("table"), 3)
+
+
+class Window:
+    def __init__(self, story):
+        self.story, self.trial, self.bus = story, story.trial, story.bus
+        self.executable = os.path.join(os.path.dirname(story.executable), "dinmala-window")
+        self.environment = {**story.host.environment, **story.clock.environment}
+
+    def box(self, name="dinmala-window"):
+        """x, y, width and height of a program's widest window that is seen, or None."""
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--class", name, "getwindowgeometry", "--shell", "%@"],
+                               env=self.environment, capture_output=True, text=True).stdout
+        boxes = [dict(line.split("=") for line in one.splitlines() if "=" in line) for one in found.split("WINDOW=")[1:]]
+        boxes = [tuple(int(one[key]) for key in ("X", "Y", "WIDTH", "HEIGHT")) for one in boxes]
+        return max(boxes, key=lambda one: one[2], default=None)
+
+    def number(self):
+        return self.bus.owner(NAME)
+
+    def gone(self):
+        return not self.box() and not self.number() and not running(self.executable)
+
+    def click(self, times=1, delay=100):
+        self.story.screen.point(*self.story.spot)
+        self.story.screen.run("xdotool", "click", "--repeat", str(times), "--delay", str(delay), "1")
+
+    def opens(self, what, do):
+        self.trial.need(f"{what} opens the window", lambda: do() or True)
+        if not self.trial.check("  it is there", self.box, 10):
+            self.story.picture("not-there")
+            raise Stop
+        until(lambda: False, 0.6)  # a click counts for another one only after a double click's time
+
+    def run(self, *words, **more):
+        environment = {name: value for name, value in {**self.environment, **more}.items() if value is not None}
+        return subprocess.run([self.executable, *words], env=environment, capture_output=True, text=True, timeout=30)
+
+    def clicks(self):
+        trial, screen = self.trial, self.story.screen
+        self.opens("a click on the item", self.click)
+        x, y, width, height = self.box()
+        panel = self.box(PANELS[self.story.name])
+        trial.equal(f"  beside the panel and whole: {width} x {height} at {x}, {y}",
+                    (y, x >= 0 and x + width <= 1280 and y + height <= 720), (panel[1] + panel[3], True))
+        middle = max(0, min(self.story.spot[0] - width // 2, 1280 - width))
+        trial.equal("  at the pointer", abs(x - middle) <= 1, True)
+        self.story.picture("window")
+        self.click()
+        trial.check("a second click closes it, and its program ends", self.gone)
+        until(lambda: False, 0.5)
+        self.opens("a click", self.click)
+        screen.press("Escape")
+        trial.check("Esc closes it", self.gone)
+        until(lambda: False, 0.5)
+        self.opens("a double click", lambda: self.click(2))
+        trial.check("  and leaves it open", self.box)
+        other = trial.start(["gsimplecal"], self.environment)
+        self.take_keyboard()
+        trial.check("the keyboard elsewhere closes it", self.gone)
+        self.opens("the menu's row", lambda: self.story.program.menu.choose("Calendar"))
+        screen.press("p")
+        self.take_keyboard()
+        trial.check("pinned it stays", self.box)
+        trial.end(other)
+        self.run()
+        trial.check("a start without options closes it", self.gone)
+        until(lambda: False, 0.5)
+        self.click(40, 50)
+        until(lambda: False, 1)
+        trial.check("20 clicks a second leave one window or none", len(running(self.executable)) <= 1)
+        trial.check("and the program", self.story.program.alive())
+        self.end()
+
+    def take_keyboard(self):
+        """Another window gets it, as by a click on that one."""
+        name = until(lambda: subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "gsimplecal"],
+                                            env=self.environment, capture_output=True, text=True).stdout.split())
+        self.story.screen.run("xdotool", "windowactivate", "--sync", name[-1])
+        until(lambda: False, 1)
+
+    def end(self):
+        if number := self.number():
+            os.kill(number, signal.SIGTERM)
+        until(self.gone, 5)
+
+    def hears(self):
+        trial, screen = self.trial, self.story.screen
+        environment = {**self.environment, "NO_AT_BRIDGE": None}
+        environment = {name: value for name, value in environment.items() if value is not None}
+        listener = Listener(trial, environment)
+        trial.need("a screen reader listens", lambda: listener.heard("ready"))
+        trial.start([self.executable, "--date", "2083-08-07"], environment)
+        trial.need("the window is there for it", self.box)
+        table = trial.need("it finds the table", listener.table, 20)
+        roles = [{role for role, _ in row} for row in table]
+        trial.equal("  a row of headers and six weeks of cells", (roles, [len(row) for row in table]),
+                    ([{"table column header"}] + 6 * [{"table cell"}], 7 * [7]))
+        names = [name for row in table[1:] for _, name in row]
+        trial.check("  every cell has a name of its own", len(set(names)) == 42 and all(names))
+        month = [name for name in names if "मंसिर २०८३" in name]
+        wanted = [f", {day} मंसिर २०८३," for day in "१ २ ३ ४ ५ ६ ७ ८ ९ १० ११ १२ १३ १४ १५".split()]
+        trial.check("  in the order of the days", all(part in name for part, name in zip(wanted, month)))
+        for digits, part in (("western", ", 15 मंसिर 2083,"), ("devanagari", ", १५ मंसिर २०८३,")):
+            trial.write("home/.config/dinmala/preferences.ini", f"[display]\ndigits={digits}\n")
+            trial.check(f"  {digits} digits when they are chosen elsewhere",
+                        lambda: any(part in name for _, name in sum(listener.table() or [], [])), 10)
+        for key, part in (("Right", " ८ मंसिर २०८३"), ("Down", " १५ मंसिर २०८३"), ("Next", " १५ पौष २०८३"),
+                          ("shift+Prior", " १५ पौष २०८२"), ("Home", "today")):
+            screen.press(key)
+            trial.check(f"  it hears {part.strip()} after {key}", lambda: part in (listener.heard("focus") or ""), 8)
+        for words, part in ((("--date", "2084-01-01"), " १ बैशाख २०८४"),
+                            (("--edition", "first", "--month", "2083-02"), "no tithi or festival is listed")):
+            self.run(*words, NO_AT_BRIDGE=None)
+            trial.check(f"  and {part.strip()} when {' '.join(words)} is asked for meanwhile",
+                        lambda: part in (listener.heard("focus") or ""), 8)
+        self.end()
+        trial.end(listener.process)
+
+
+def alone(trial, window):
+    """What needs no panel."""
+    said = window.run(DISPLAY=None, WAYLAND_DISPLAY=None)
+    trial.equal("without a display it says so and ends with", (said.returncode, "there is no display" in said.stderr), (2, True))
+    trial.equal("a wrong date is refused with", window.run("--date", "2083-13-01").returncode, 2)
+    paper = trial.path("month.pdf")
+    trial.equal("a month on paper, without a display", (window.run("--print", paper, DISPLAY=None).returncode,
+                                                        open(paper, "rb").read(5) if os.path.exists(paper) else b""),
+                (0, b"%PDF-"))
+    trial.equal("but not in a place that is not there", window.run("--print", "/nowhere/month.pdf").returncode, 1)
+    lone = trial.start([window.executable], {**window.environment, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"})
+    trial.check("without a session bus it works alone", window.box)
+    trial.end(lone)
+    lone = trial.start([window.executable], {**window.environment, "GDK_DPI_SCALE": "1.8"})
+    box = trial.need("with large letters there is a window", window.box)
+    trial.check(f"  whole on the screen: {box}", box[0] >= 0 and box[1] >= 0 and box[0] + box[2] <= 1280 and box[1] + box[3] <= 720)
+    trial.end(lone)
+    window.hears()
+
+
+def run(trial, host, program, pictures=None):
+    story = Story(trial, host, program, pictures)
+    window = Window(story)
+    trial.need("the window's program is beside the panel's", os.path.exists(window.executable))
+    if host in MANAGERS:
+        story.host.start(*MANAGERS[host])
+    if host == "mate":
+        alone(trial, window)
+    trial.need("the panel is up", story.host.up, 60)
+    story.away()
+    story.picture("empty", story.screen.still(15))
+    story.start()
+    trial.need("the item is registered", story.bus.registered)
+    story.find(story.drawn("the item", "item", TEXT if story.host.texts else TILE))
+    window.clicks()
+    story.program.end()
