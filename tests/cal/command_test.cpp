@@ -128,7 +128,8 @@ TEST(Json, IsJsonEverywhere) {
         EXPECT_TRUE(json::accept(result.out)) << arguments << "\n" << result.out;
         EXPECT_EQ(result.out.find('\033'), std::string::npos);
     }
-    for (const json& day : json::parse(run("--json events 2071").out)["days"]) EXPECT_FALSE(day["events"].empty());
+    const json listed = json::parse(run("--json events 2071").out);
+    for (const json& day : listed["days"]) EXPECT_FALSE(day["events"].empty());
     const json month = json::parse(run("2070 1 --json --date 2013-04-14").out);
     EXPECT_EQ(month["days"].size(), 31u);
     EXPECT_TRUE(json::parse(run("2080 1 --json").out)["days"][0]["tithiNumber"].is_null());
