@@ -56,7 +56,12 @@ std::vector<std::string> yearFolders() {
 Result<YearAlmanac> readYearFile(const std::string& path) {
     const FileText file = readFile(path, kLargestFile);
     if (!file.ok()) return TextError{0, 0, whyUnread(file.error)};
-    return parseYearFile(file.text, isCurrentEvent);
+    auto year = parseYearFile(file.text, isCurrentEvent);
+    const auto named = yearOfName(std::string_view{path}.substr(path.rfind('/') + 1));
+    if (year && named && year->year != BsYear{*named}) {
+        return TextError{1, 0, "is of the year " + std::to_string(int{year->year})};
+    }
+    return year;
 }
 
 EditionSource::EditionSource(std::vector<std::string> folders) : folders_(std::move(folders)) {}
@@ -116,9 +121,6 @@ void EditionSource::rebuild(Files& files) {
     for (auto& [number, file] : files) {
         auto year = readYearFile(file.path);
         const bool unread = !year && year.error().line == 0;
-        if (year && year->year != BsYear{number}) {
-            year = TextError{0, 0, "is of the year " + std::to_string(int{year->year})};
-        }
         if (year) {
             years.push_back(*std::move(year));
             from.push_back(&file);

@@ -188,6 +188,11 @@ const Edition& builtInEdition(EditionId edition) {
     return edition == EditionId::first ? firstEdition() : currentEdition();
 }
 
+bool Edition::isPublished(BsYear year) const {
+    const auto told = almanac.numbers(year);
+    return told ? told->published : year <= lastPublished;
+}
+
 bool isCurrentEvent(std::uint16_t id) { return !currentEventName(id).empty(); }
 
 Result<Edition> currentEditionWith(std::span<const YearAlmanac> years) {
@@ -199,18 +204,24 @@ Result<Edition> currentEditionWith(std::span<const YearAlmanac> years) {
     }
     for (std::size_t i = 0; i < years.size(); ++i) {
         const BsYear year = years[i].year;
+        // Of two given years that do not meet, the computed one is refused, else the later one.
+        const auto isRefusedFor = [&](const YearAlmanac& other) {
+            return years[i].published == other.published ? other.year < year : other.published;
+        };
         const auto isGiven = [&](BsYear one) {
             return std::any_of(years.begin(), years.end(), [&](const YearAlmanac& given) { return given.year == one; });
         };
-        // The year's first day must be the one after its neighbour's last, unless the neighbour may give way.
-        const auto before = source->numbers(year - std::chrono::years{1});
-        if (before && before->days.back().day + std::chrono::days{1} != years[i].days.front().day) {
+        const BsYear yearBefore = year - std::chrono::years{1};
+        const auto before = source->numbers(yearBefore);
+        if (before && before->days.back().day + std::chrono::days{1} != years[i].days.front().day &&
+            (!isGiven(yearBefore) || isRefusedFor(*before))) {
             return refuse(i, "begins on " + dateText(std::chrono::year_month_day{years[i].days.front().day}) +
                                  ", not on the day after BS " + std::to_string(int{before->year}));
         }
         const BsYear nextYear = year + std::chrono::years{1};
         const auto next = source->numbers(nextYear);
         if (!next || years[i].days.back().day + std::chrono::days{1} == next->days.front().day) continue;
+        if (isGiven(nextYear) && !isRefusedFor(*next)) continue;  // that one is refused in its turn
         const auto moved = next->published || isGiven(nextYear)
                                ? std::nullopt
                                : beginningOn(years[i].days.back().day + std::chrono::days{1}, *next);

@@ -28,6 +28,9 @@ struct Edition {
     /// The last year whose months Nepal has published; later ones are provisional. The first edition tells
     /// nothing of this and names its last year.
     BsYear lastPublished;
+
+    /// Whether Nepal has published the year. One after `lastPublished` may be, where a year between is missing.
+    [[nodiscard]] bool isPublished(BsYear year) const;
 };
 
 [[nodiscard]] const Edition& firstEdition();
@@ -41,7 +44,7 @@ struct Edition {
 ///
 /// A year that ends on another day than the built-in one gives the days to the month that follows it, or
 /// takes them from it: the Sun's later months begin when they did. Only a year that is not published gives
-/// way.
+/// way. Of two given years that do not meet, the one that is not published is the wrong one, else the later one.
 ///
 /// @param years in any order, no year twice
 /// @return the error, its line the place among `years` counted from 1, when a year is not of the edition, does

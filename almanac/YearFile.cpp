@@ -7,6 +7,7 @@
 #include "base/DateText.h"
 #include "base/Lines.h"
 #include "base/Names.h"
+#include "base/Text.h"
 
 namespace dinmala {
 
@@ -41,18 +42,11 @@ std::optional<DateFields> fileDate(std::string_view text) {
 
 /// Where the first byte stands that belongs to no UTF-8 character; npos for none.
 std::size_t notUtf8(std::string_view text) {
-    for (std::size_t i = 0; i < text.size();) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const std::size_t length = byte < 0x80                   ? 1
-                                   : byte >= 0xC2 && byte < 0xE0 ? 2
-                                   : byte >= 0xE0 && byte < 0xF0 ? 3
-                                   : byte >= 0xF0 && byte < 0xF5 ? 4
-                                                                 : 0;
-        if (length == 0 || i + length > text.size()) return i;
-        for (std::size_t k = 1; k < length; ++k) {
-            if ((static_cast<unsigned char>(text[i + k]) & 0xC0) != 0x80) return i;
-        }
-        i += length;
+    std::size_t at = 0;
+    while (at < text.size()) {
+        const std::size_t length = characterLength(text.substr(at));
+        if (length == 0) return at;
+        at += length;
     }
     return std::string_view::npos;
 }
@@ -159,7 +153,10 @@ private:
         if (year_.days.empty()) return {};
         const YearDay& before = year_.days.back();
         const unsigned step = (day.tithi + 30u - before.tithi) % 30;
-        if (step != (before.skipped != 0 ? 2u : 1u) && !(step == 0 && before.skipped == 0)) {
+        // A tithi runs at two sunrises at most.
+        const bool isThird = year_.days.size() > 1 && year_.days.end()[-2].tithi == day.tithi;
+        const bool mayStay = before.skipped == 0 && !isThird;
+        if (step != (before.skipped != 0 ? 2u : 1u) && !(step == 0 && mayStay)) {
             return "tithi " + std::string{text} + " does not follow " + std::to_string(before.tithi) +
                    (before.skipped != 0 ? "+" + std::to_string(before.skipped) : "");
         }

@@ -1,5 +1,7 @@
 #include "almanac/YearList.h"
 
+#include <mutex>
+
 namespace dinmala {
 
 TextMap toTextMap(std::span<const KeyedText> entries) {
@@ -12,6 +14,8 @@ TextMap toTextMap(std::span<const KeyedText> entries) {
 std::shared_ptr<const TextMap> sharedTextMap(std::span<const KeyedText> entries, std::span<const KeyedText> constants) {
     if (entries.data() != constants.data() || entries.size() != constants.size())
         return std::make_shared<const TextMap>(toTextMap(entries));
+    static std::mutex guard;  // stores may be made on several threads
+    const std::lock_guard lock{guard};
     static std::unordered_map<const KeyedText*, std::shared_ptr<const TextMap>> maps;
     auto& map = maps[entries.data()];
     if (!map) map = std::make_shared<const TextMap>(toTextMap(entries));

@@ -19,6 +19,24 @@ void forEachPiece(std::string_view text, char separator, Piece&& piece) {
     piece(text.substr(begin));
 }
 
+/// The bytes of the UTF-8 character that a text begins with; 0 when it begins with none.
+[[nodiscard]] inline std::size_t characterLength(std::string_view text) {
+    const auto at = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
+    const unsigned first = at(0);
+    if (first < 0x80) return 1;
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    if (first < 0xC2 || first > 0xF4) return 0;
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((at(i) & 0xC0) != 0x80) return 0;
+    }
+    // Longer than need be, a surrogate, past the last character.
+    if ((first == 0xE0 && at(1) < 0xA0) || (first == 0xED && at(1) > 0x9F) || (first == 0xF0 && at(1) < 0x90) ||
+        (first == 0xF4 && at(1) > 0x8F)) {
+        return 0;
+    }
+    return length;
+}
+
 /// `number` in decimal with at least `width` digits, zeros in front.
 [[nodiscard]] inline std::string padded(std::uint64_t number, std::size_t width) {
     std::string digits = std::to_string(number);

@@ -152,7 +152,7 @@ private:
     }
     static double rounded(double minutes) { return std::round(minutes * 10.0) / 10.0; }
 
-    [[nodiscard]] bool published() const { return day_.date.year <= edition_.lastPublished; }
+    [[nodiscard]] bool published() const { return edition_.isPublished(day_.date.year); }
 
     [[nodiscard]] Grade dateGrade() const {
         const auto year = edition_.almanac.numbers(day_.date.year);

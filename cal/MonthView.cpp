@@ -131,7 +131,7 @@ std::string legend(const Edition& edition, const std::vector<Month>& months) {
     if (holiday) tell(kHolidayMark, tr("public holiday"));
     if (near) tell(kNearMark, tr("close to being otherwise: the date or the tithi"));
     if (open) tell(kOpenMark, tr("undecided until Nepal publishes the year: the date or the tithi"));
-    if (const BsYear year = months.front().page.month.year; year > edition.lastPublished) {
+    if (const BsYear year = months.front().page.month.year; !edition.isPublished(year)) {
         text.append(" ").append(tr("provisional: Nepal has not published BS {1}", {std::to_string(int{year})}));
         text += '\n';
     }

@@ -135,6 +135,37 @@ TEST_F(EditionFromFolders, AYearOfAnotherLengthMovesTheBeginningOfTheNext) {
     EXPECT_NE(problems.front().find("not on the day before BS 2093"), std::string::npos) << problems.front();
 }
 
+// Of two files that do not meet, the published year is taken, whichever of the two it is.
+TEST_F(EditionFromFolders, AComputedYearGivesWayToAPublishedOne) {
+    const auto shorter = [](int number, bool published) {
+        YearAlmanac year = *currentEdition().almanac.numbers(BsYear{number});
+        year.published = published;
+        for (YearDay& day : year.days) day.dateGrade = published ? Grade::published : day.dateGrade;
+        year.days.pop_back();
+        return yearFileText(year);
+    };
+    const auto builtIn = [](int number, bool published) {
+        YearAlmanac year = *currentEdition().almanac.numbers(BsYear{number});
+        year.published = published;
+        return yearFileText(year);
+    };
+    const auto refused = [&] {
+        (void)source.get(EditionId::current);
+        const auto told = source.takeProblems();
+        return told.size() == 1 ? told.front().substr(told.front().rfind('/') + 1, 8) : std::to_string(told.size());
+    };
+    write(first / "2086.txt", shorter(2086, true));
+    write(first / "2087.txt", builtIn(2087, false));
+    EXPECT_EQ(refused(), "2087.txt");
+    EXPECT_EQ(source.get(EditionId::current).calendar.toDays(bsDate(2087, 1, 1)),
+              *currentEdition().calendar.toDays(bsDate(2087, 1, 1)) - std::chrono::days{1});
+    write(first / "2086.txt", shorter(2086, false));
+    write(first / "2087.txt", builtIn(2087, true));
+    EXPECT_EQ(refused(), "2086.txt");
+    EXPECT_TRUE(source.get(EditionId::current).isPublished(BsYear{2087}));
+    EXPECT_FALSE(source.get(EditionId::current).isPublished(BsYear{2086}));
+}
+
 TEST_F(EditionFromFolders, RefusesBadFilesWholeAndOnce) {
     const BsCalendar before = source.get(EditionId::current).calendar;
     const std::string good = yearFileText(changed(2084, 3, 4));
@@ -150,7 +181,7 @@ TEST_F(EditionFromFolders, RefusesBadFilesWholeAndOnce) {
     write(first / "2084.txt", std::string(2 << 20, '#'));
     EXPECT_EQ(problem(), "2084.txt: is larger than 1048576 bytes");
     write(first / "2084.txt", yearFileText(changed(2086, 9, 3)));
-    EXPECT_EQ(problem(), "2084.txt: is of the year 2086");
+    EXPECT_EQ(problem(), "2084.txt:1: is of the year 2086");
     fs::remove(first / "2084.txt");
     fs::create_directory(first / "2084.txt");
     EXPECT_EQ(problem(), "2084.txt: is not a regular file");
