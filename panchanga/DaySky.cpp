@@ -1,6 +1,7 @@
 #include "panchanga/DaySky.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 namespace dinmala::panchanga {
@@ -23,10 +24,9 @@ DaySky daySky(sys_days day, const SkyYear& sky) {
     const auto next = std::next(now);
     DaySky found{day, sunrise, sky.sun().sunset(day), nextSunrise, *now, std::nullopt, 0.0};
     double margin = std::min(sunrise - now->tithi.begin, now->tithi.end - sunrise);
-    if (next->tithi.end <= nextSunrise) {
-        found.skipped = *next;
-        margin = std::min(margin, nextSunrise - next->tithi.end);
-    }
+    if (next->tithi.end <= nextSunrise) found.skipped = *next;
+    // The next one is told here too if its end moves from after that sunrise to before it.
+    margin = std::min(margin, std::abs(nextSunrise - next->tithi.end));
     found.margin = margin * kMinutes;
     return found;
 }
