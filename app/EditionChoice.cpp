@@ -26,10 +26,11 @@ const Edition& AppDelegate::edition() const {
 
 void AppDelegate::beginWithEdition() {
     if (!platform_.edition || !prefs_->textForKey(kEditionKey).empty()) return;
+    if (editionId() != EditionId::current) return;  // asked for the other: told when the current one is shown
     // Choices of the time before there were editions: the date may be another one today than it was yesterday.
     bool isOld = prefs_->boolForKey(kFlagKey);
     for (const Piece& piece : pieces()) isOld = isOld || prefs_->boolForKey(piece.key);
-    if (isOld && platform_.tell && editionId() == EditionId::current) {
+    if (isOld && platform_.tell) {
         platform_.tell(
             tr("Dinmala now shows the calendar as Nepal publishes it today; its menu has the one of before too."));
     }
@@ -38,6 +39,7 @@ void AppDelegate::beginWithEdition() {
 
 void AppDelegate::setEdition(EditionId edition) {
     platform_.askedEdition.reset();
+    prefs_->reload();  // another session may have chosen since: this click is the later choice
     prefs_->setTextForKey(editionName(edition), kEditionKey);
     prefs_->synchronize();
     updateData();

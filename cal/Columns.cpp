@@ -60,7 +60,7 @@ std::string Line::take() {
     text_ += '\n';
     at_ = 0;
     uncertain_ = false;
-    return std::move(text_);
+    return std::exchange(text_, {});
 }
 
 }  // namespace dinmala::cal

@@ -1,9 +1,10 @@
 #include "cal/EditionChoice.h"
 
 #include <cstdlib>
-#include <fstream>
 #include <string_view>
 
+#include "base/ReadFile.h"
+#include "base/Text.h"
 #include "cal/Messages.h"
 #include "i18n/Translation.h"
 
@@ -26,18 +27,17 @@ std::string_view trimmed(std::string_view text) {
 std::optional<EditionId> preferred() {
     std::string folder = variable("XDG_CONFIG_HOME");
     if (!folder.starts_with('/')) folder = variable("HOME") + "/.config";
-    std::ifstream file{folder + "/dinmala/preferences.ini"};
-    constexpr int kMostLines = 1000;  // of a file that is none of ours
+    constexpr std::size_t kLargest = 1 << 20;  // of a file that is none of ours
+    const FileText file = readFile(folder + "/dinmala/preferences.ini", kLargest);
     std::optional<EditionId> found;
     bool inGroup = false;
-    std::string line;
-    for (int i = 0; i < kMostLines && std::getline(file, line); ++i) {
+    forEachPiece(file.text, '\n', [&](std::string_view line) {
         const std::string_view text = trimmed(line);
         if (text.starts_with('[')) inGroup = text == "[display]";
         const std::size_t equals = text.find('=');
-        if (!inGroup || equals == std::string_view::npos || trimmed(text.substr(0, equals)) != "edition") continue;
+        if (!inGroup || equals == std::string_view::npos || trimmed(text.substr(0, equals)) != "edition") return;
         found = editionNamed(trimmed(text.substr(equals + 1)));  // the last one counts
-    }
+    });
     return found;
 }
 

@@ -67,8 +67,19 @@ TEST_F(EditionOfTheShell, WhatWasAskedForAtTheStartHoldsUntilTheMenuIsUsed) {
     EXPECT_EQ(marks(), "current");
 }
 
+// The other session's choice came after the last refresh, this click after that.
+TEST_F(EditionOfTheShell, TheLastClickHoldsAmongSessions) {
+    start();
+    shell.preferences.elsewhereTexts = {{"edition", "first"}};
+    shell.delegate->setCurrentEdition(nullptr);
+    EXPECT_EQ(marks(), "current");
+    EXPECT_EQ(shell.preferences.texts["edition"], "current");
+}
+
 TEST_F(EditionOfTheShell, TellsOnceWhoeverKnewTheFirstAlone) {
     shell.preferences.values["month"] = true;
+    start(EditionId::first);  // shows what it showed: nothing to tell yet
+    EXPECT_TRUE(told.empty());
     start();
     EXPECT_EQ(told.size(), 1u);
     start();

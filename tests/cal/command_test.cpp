@@ -1,6 +1,7 @@
 #include "tests/cal/Command.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <nlohmann/json.hpp>
 #include <string>
@@ -183,6 +184,9 @@ TEST(Editions, AreChosenAndDiffer) {
     EXPECT_EQ(day("", kCurrent), current);
     std::ofstream{testFolder() / "dinmala/preferences.ini"} << "[display]\nedition=second\n[other]\nedition=first\n";
     EXPECT_EQ(day("", ""), current);
+    std::filesystem::remove(testFolder() / "dinmala/preferences.ini");
+    ASSERT_EQ(mkfifo((testFolder() / "dinmala/preferences.ini").c_str(), 0600), 0);  // not waited for
+    EXPECT_EQ(day("", ""), current);
     std::filesystem::remove_all(testFolder());
     for (const Result& wrong :
          {run("--edition second"), run("--edition ''"), run("2083", "", "DINMALA_EDITION=second")}) {
@@ -267,6 +271,10 @@ TEST(YearFiles, AreWrittenCheckedAndTaken) {
 
     const std::filesystem::path folder = testFolder() / "dinmala/almanac";
     std::filesystem::create_directories(folder);
+    std::ofstream{folder / "2098.txt"} << good;  // refused by its name there, so here too
+    EXPECT_NE(run("check-year " + (folder / "2098.txt").string()).err.find("2098.txt:1: is of the year " + year),
+              std::string::npos);
+    std::filesystem::remove(folder / "2098.txt");
     std::ofstream{folder / (year + ".txt")} << good;
     EXPECT_EQ(run("almanac " + year, "", kCurrent).out, good);
     EXPECT_EQ(run(year + " 1", "", kCurrent).out.find("provisional"), std::string::npos);

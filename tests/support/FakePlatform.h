@@ -23,8 +23,9 @@ public:
     }
     void setBoolForKey(bool value, std::string_view key) override { values.insert_or_assign(std::string{key}, value); }
     bool reload() override {
-        if (!elsewhere) return false;
-        values = *std::exchange(elsewhere, std::nullopt);
+        if (!elsewhere && elsewhereTexts.empty()) return false;
+        if (elsewhere) values = *std::exchange(elsewhere, std::nullopt);
+        for (const auto& [key, text] : std::exchange(elsewhereTexts, {})) texts[key] = text;
         return true;
     }
     [[nodiscard]] std::string textForKey(std::string_view key) const override {
@@ -53,6 +54,7 @@ public:
     std::map<std::string, bool, std::less<>> saved;
     std::map<std::string, std::string, std::less<>> texts;
     std::optional<std::map<std::string, bool, std::less<>>> elsewhere;  ///< chosen by another program
+    std::map<std::string, std::string> elsewhereTexts;
     int flushes = 0;
 };
 
