@@ -10,24 +10,9 @@
 #include <vector>
 
 #include "base/BsCalendar.h"
+#include "base/Grade.h"
 
 namespace dinmala {
-
-/// How far a day, a tithi or an event can be trusted, best first.
-enum class Grade : std::uint8_t {
-    published,  ///< Nepal has published or declared this very thing
-    sure,       ///< reckoned, more than 25 minutes from where it would be another day's
-    near,       ///< reckoned, 2 to 25 minutes from there
-    open,       ///< reckoned, less than 2 minutes from there, or the lunar months are unsettled
-};
-
-/// Whether people have the day off for an event, most last.
-enum class Holiday : std::uint8_t {
-    none,
-    observed,  ///< kept officially, offices are open
-    group,     ///< a day off for a group of people or a region
-    national,  ///< a public holiday
-};
 
 /// "published", "sure", "near", "open"; "none", "observed", "group", "national".
 [[nodiscard]] std::string_view gradeName(Grade grade);

@@ -19,7 +19,7 @@
 
 namespace dinmala {
 
-/// The longest event id.
+/// The greatest event id.
 inline constexpr unsigned kLongestEventId = 999;
 
 /// Reads a year. The whole text is refused, with the line, when it is not UTF-8, has a carriage return or a

@@ -28,7 +28,7 @@ struct DateFields {
 /// "2083 mangsir 7", "7 Mangsir 2083", "Nov 23, 2026", "७ मंसिर". Digits are Western or Devanagari,
 /// names Nepali or English in the usual spellings, small or capital letters. A year has four digits.
 ///
-/// The error tells at which byte the text stops being a date.
+/// The error tells at which byte the text stops being a date, counted after Devanagari digits were made Western.
 [[nodiscard]] Result<DateFields> readDate(std::string_view text);
 
 /// Reads a number of one to four digits and nothing else.

@@ -17,7 +17,7 @@ install(TARGETS dinmala_base dinmala_yearfile dinmala_panchanga dinmala_almanac 
     INCLUDES DESTINATION ${headers})
 # What a program includes, and what that includes; tests/install finds a header that is missing.
 foreach(header
-        base/BsCalendar.h base/BsDate.h base/Clock.h base/DateText.h base/MonthLengths.h base/Names.h base/Result.h
+        base/BsCalendar.h base/BsDate.h base/Clock.h base/DateText.h base/Grade.h base/MonthLengths.h base/Names.h base/Result.h
         base/Text.h base/TimeZone.h
         almanac/Almanac.h almanac/DataStoreEvents.h almanac/DataStoreTithi.h almanac/Edition.h almanac/YearFile.h
         almanac/YearList.h

@@ -154,7 +154,7 @@ std::vector<double> moonEntries(double degrees, double from, double to, const Pa
 
 }  // namespace
 
-std::string_view gradeName(Grade grade) { return kGrades[static_cast<std::size_t>(grade)]; }
+std::string_view gradeName(ListGrade grade) { return kGrades[static_cast<std::size_t>(grade)]; }
 
 std::vector<Celebration> Festivals::around(const Festival& festival, const SkyYear& sky, bool first) const {
     using Kind = Festival::Kind;
@@ -301,7 +301,7 @@ std::vector<Occurrence> Festivals::daysOf(int id, const SkyYear& sky) const {
         }
         const bool reckoned = one.tithi.number != 0 || one.moment != 0.0;
         const bool sure = !one.twoDays && one.margin > kSureMinutes;
-        result.push_back({one.day, !reckoned ? Grade::dated : sure ? Grade::sure : Grade::usual});
+        result.push_back({one.day, !reckoned ? ListGrade::dated : sure ? ListGrade::sure : ListGrade::usual});
     }
     return result;
 }

@@ -232,7 +232,7 @@ std::optional<FileError> Festivals::readHolidays(std::istream& holidays, const s
             return "a line is 'id | kind | years | source'";
         }
         Words kind(fields[1]);
-        const auto dayOff = static_cast<DayOff>(kind.oneOf("kind of holiday", kDaysOff));
+        const auto dayOff = static_cast<Holiday>(kind.oneOf("kind of holiday", kDaysOff));
         if (Complaint complaint = kind.finish()) {
             return complaint;
         }
@@ -248,7 +248,7 @@ std::optional<FileError> Festivals::readHolidays(std::istream& holidays, const s
             }
             for (const auto& [from, until] : *ranges) {
                 if (!ids.complaint() &&
-                    (this->dayOff(id, from) != DayOff::none || this->dayOff(id, until) != DayOff::none)) {
+                    (this->dayOff(id, from) != Holiday::none || this->dayOff(id, until) != Holiday::none)) {
                     ids.complain("id " + std::to_string(id) + " has a line for those years already");
                 }
                 holidays_[id].push_back({dayOff, from, until});

@@ -10,7 +10,6 @@ using std::chrono::sys_days;
 
 namespace {
 
-constexpr double kOpen = 2.0;  // minutes that the ends of a tithi may move before a day is open
 /// How a festival ranks among those of its day that are no more of a holiday: least first.
 int weightOf(const Festival& festival) {
     using Kind = Festival::Kind;
@@ -26,15 +25,16 @@ int weightOf(const Festival& festival) {
     return festival.trust == Trust::known ? 0 : 1;
 }
 
-Certainty certaintyOf(const Celebration& one) {
+Grade celebrationGrade(const Celebration& one) {
     if (one.correction != nullptr) {
-        return Certainty::published;
+        return Grade::published;
     }
-    if (one.unsettled || one.margin < kOpen) {
-        return Certainty::open;
+    if (one.unsettled) {
+        return Grade::open;
     }
-    const bool near = one.twoDays || one.margin <= kSureMinutes || one.festival->trust == Trust::inferred;
-    return near ? Certainty::near : Certainty::sure;
+    const Grade reckoned = gradeOf(one.margin);
+    const bool doubted = one.twoDays || one.festival->trust == Trust::inferred;
+    return doubted ? std::max(reckoned, Grade::near) : reckoned;
 }
 
 /// Of all days, leaves the last that is not after the day that the rule names.
@@ -71,7 +71,7 @@ void takeDated(std::vector<Celebration>& found, const Festival& festival, const 
 
 }  // namespace
 
-DayOff Festivals::dayOff(int id, int year) const {
+Holiday Festivals::dayOff(int id, int year) const {
     const auto entry = holidays_.find(id);
     if (entry != holidays_.end()) {
         for (const HolidayYears& years : entry->second) {
@@ -80,7 +80,7 @@ DayOff Festivals::dayOff(int id, int year) const {
             }
         }
     }
-    return DayOff::none;
+    return Holiday::none;
 }
 
 std::vector<Celebration> Festivals::celebrations(const SkyYear& sky, bool corrected) const {
@@ -108,7 +108,7 @@ std::vector<Celebration> Festivals::celebrations(const SkyYear& sky, bool correc
             if (one.day < sky.first() || one.day > sky.last()) {
                 continue;
             }
-            one.certainty = certaintyOf(one);
+            one.grade = celebrationGrade(one);
             one.dayOff = dayOff(id, sky.year());
             year.push_back(one);
         }

@@ -2,6 +2,7 @@
 
 /// The rules of almanac/rules/festivals.txt: read, checked, and turned into days. docs/data.md explains the grammar.
 
+#include "base/Grade.h"
 #include "panchanga/Panchanga.h"
 #include "panchanga/SkyYear.h"
 
@@ -34,35 +35,21 @@ enum class DayPart {
 /// The word of the rules for a moment of the day: "midday".
 [[nodiscard]] std::string_view partName(DayPart part);
 
-/// Minutes by which the ends of a tithi may move before a day is not sure.
-inline constexpr double kSureMinutes = 25.0;
-
-/// How far a day can be trusted, best last.
-enum class Grade {
+/// How far a day of the first edition's lists can be trusted, best last.
+enum class ListGrade {
     usual,  ///< ends of the tithi 25 minutes off would move it, or, where the rule names no moment, midday or
             ///< afternoon; or the moment falls in the tithi on no day, or on two and the rule does not choose
     sure,   ///< none of that
     dated,  ///< taken from a dated source, or fixed in the civil calendar
 };
 
-[[nodiscard]] std::string_view gradeName(Grade grade);
+[[nodiscard]] std::string_view gradeName(ListGrade grade);
 
 /// One day on which a rule puts its festival.
 struct Occurrence {
     std::chrono::sys_days day;
-    Grade grade;
+    ListGrade grade;
 };
-
-/// How far a day of the current edition can be trusted, best first.
-enum class Certainty {
-    published,  ///< a dated source has the festival on this day
-    sure,       ///< reckoned, more than 25 minutes from where it would be another day
-    near,       ///< reckoned, 2 to 25 minutes from there; or the rule is inferred, or custom leaves two days open
-    open,       ///< reckoned, less than 2 minutes from there; or between an extra month and the lost one that follows
-};
-
-/// Whether people have the day off, most last.
-enum class DayOff { none, observed, group, national };
 
 /// How much stands behind a rule.
 enum class Trust { unknown, inferred, named, known };
@@ -120,8 +107,8 @@ struct Correction {
 struct Celebration {
     const Festival* festival = nullptr;  ///< of the Festivals that it came from
     std::chrono::sys_days day;
-    Certainty certainty = Certainty::sure;
-    DayOff dayOff = DayOff::none;
+    Grade grade = Grade::sure;  ///< near also where the rule is inferred, or custom leaves two days
+    Holiday dayOff = Holiday::none;
     bool byBsDate = false;  ///< fixed in the BS calendar, so it is no surer than the BS date
 
     Tithi tithi{};           ///< what decides the day; number 0 for a rule that goes by no tithi
@@ -158,7 +145,7 @@ public:
     [[nodiscard]] std::vector<Celebration> celebrations(const SkyYear& sky, bool corrected = true) const;
 
     /// Whether people have the day of a festival off in a BS year.
-    [[nodiscard]] DayOff dayOff(int id, int year) const;
+    [[nodiscard]] Holiday dayOff(int id, int year) const;
 
 private:
     /// The days of a rule in the year and around it, whichever years it is kept in; `first` for the first edition's
@@ -166,7 +153,7 @@ private:
     [[nodiscard]] std::vector<Celebration> around(const Festival& festival, const SkyYear& sky, bool first) const;
 
     struct HolidayYears {
-        DayOff kind;
+        Holiday kind;
         int from, until;
     };
 

@@ -121,7 +121,7 @@ private:
             putRuled({token.month, token.day}, token.id);
         }
         for (const auto& [date, id] : important) {
-            const MonthDay day = dayOf({date, Grade::dated});
+            const MonthDay day = dayOf({date, ListGrade::dated});
             if (!holds(day, id)) {
                 putRuled(day, id);
             }
@@ -201,7 +201,7 @@ private:
             for (const auto& [day, count] : plan_.full) {
                 for (const int id : ids) {
                     for (const Occurrence& one : daysOf(id)) {
-                        if (dayOf(one) == day && one.grade != Grade::usual && takes(day, id)) {
+                        if (dayOf(one) == day && one.grade != ListGrade::usual && takes(day, id)) {
                             put({day.first, day.second, id, {}});
                         }
                     }
@@ -224,7 +224,7 @@ private:
 
     /// Lists the first day of `id` that is sure and open and not listed yet. Returns whether there was one.
     bool addOne(int id) {
-        for (const Grade grade : {Grade::dated, Grade::sure}) {
+        for (const ListGrade grade : {ListGrade::dated, ListGrade::sure}) {
             for (const Occurrence& one : daysOf(id)) {
                 const MonthDay day = dayOf(one);
                 if (one.grade == grade && takes(day, id)) {

@@ -185,7 +185,7 @@ void checkEvents(const AlmanacFiles& files, const AlmanacRules& rules, const Pan
                 report.failures.push_back("event " + text + " is not on a day of its rule");
             } else {
                 ++report.byGrade[std::string(gradeName(found->grade))];
-                if (found->grade == Grade::usual) {
+                if (found->grade == ListGrade::usual) {
                     report.usual.push_back(text + ' ' + files.eventNames.at(token.id));
                 }
             }

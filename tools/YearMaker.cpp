@@ -63,41 +63,6 @@ Names currentNames(const std::string& root) {
     return names;
 }
 
-/// The grade of what would be otherwise if the sky were `minutes` earlier or later.
-dinmala::Grade gradeOf(double minutes) {
-    constexpr double kSure = 25.0;
-    constexpr double kOpen = 2.0;
-    return minutes > kSure ? dinmala::Grade::sure : minutes < kOpen ? dinmala::Grade::open : dinmala::Grade::near;
-}
-
-dinmala::Grade gradeOf(Certainty certainty) {
-    switch (certainty) {
-        case Certainty::published:
-            return dinmala::Grade::published;
-        case Certainty::sure:
-            return dinmala::Grade::sure;
-        case Certainty::near:
-            return dinmala::Grade::near;
-        case Certainty::open:
-            return dinmala::Grade::open;
-    }
-    return dinmala::Grade::open;
-}
-
-Holiday holidayOf(DayOff dayOff) {
-    switch (dayOff) {
-        case DayOff::none:
-            return Holiday::none;
-        case DayOff::observed:
-            return Holiday::observed;
-        case DayOff::group:
-            return Holiday::group;
-        case DayOff::national:
-            return Holiday::national;
-    }
-    return Holiday::none;
-}
-
 /// The grades of a reckoned year's dates: those of a month by how near its sankranti comes to the instant at which the
 /// month would begin on another day. Its last day also is in doubt when the next month may begin a day earlier.
 void gradeDates(YearAlmanac& almanac, const Panchanga& panchanga) {
@@ -148,7 +113,7 @@ YearAlmanac makeYear(int year, const CurrentRules& rules) {
         const DaySky above = daySky(day, sky);
         almanac.days.push_back({*rules.calendar.toDate(day),
                                 day,
-                                dinmala::Grade::published,
+                                Grade::published,
                                 static_cast<std::uint8_t>(above.tithi.tithi.number),
                                 static_cast<std::uint8_t>(above.skipped ? above.skipped->tithi.number : 0),
                                 gradeOf(above.margin),
@@ -159,9 +124,8 @@ YearAlmanac makeYear(int year, const CurrentRules& rules) {
     }
     for (const Celebration& one : rules.festivals.celebrations(sky)) {
         YearDay& day = almanac.days[static_cast<std::size_t>((one.day - sky.first()).count())];
-        const dinmala::Grade grade = gradeOf(one.certainty);
-        day.events.push_back({static_cast<std::uint16_t>(one.festival->id), holidayOf(one.dayOff),
-                              one.byBsDate ? std::max(grade, day.dateGrade) : grade});
+        day.events.push_back({static_cast<std::uint16_t>(one.festival->id), one.dayOff,
+                              one.byBsDate ? std::max(one.grade, day.dateGrade) : one.grade});
     }
     return almanac;
 }

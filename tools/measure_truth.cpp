@@ -246,8 +246,8 @@ void measureFestivals(const std::string& folder, const CurrentRules& rules, bool
 }
 
 void measureHolidays(const std::string& folder, const CurrentRules& rules) {
-    static const std::map<std::string, DayOff> kKinds{
-        {"H", DayOff::national}, {"L", DayOff::group}, {"O", DayOff::observed}, {"-", DayOff::none}};
+    static const std::map<std::string, Holiday> kKinds{
+        {"H", Holiday::national}, {"L", Holiday::group}, {"O", Holiday::observed}, {"-", Holiday::none}};
     Score score;
     for (const Row& row : rowsOf(folder + "/holidays.csv")) {
         const std::string& rule = row.at("rule");  // "BS 01-11"
@@ -258,7 +258,7 @@ void measureHolidays(const std::string& folder, const CurrentRules& rules) {
                 continue;
             }
             const int year = std::stoi(column);
-            DayOff most = DayOff::none;
+            Holiday most = Holiday::none;
             for (const auto& [id, festival] : rules.festivals.all()) {
                 const bool fixed = festival.kind == (bs ? Festival::Kind::bsDate : Festival::Kind::adDate) &&
                                    festival.month == month && festival.day == dayOfMonth;

@@ -42,7 +42,7 @@ protected:
             if (one.festival->id == id) {
                 static const std::string kCertainties[]{"", " sure", " near", " open"};
                 static const std::string kDaysOff[]{"", " observed", " group", " national"};
-                told.push_back(text(one.day) + kCertainties[static_cast<int>(one.certainty)] +
+                told.push_back(text(one.day) + kCertainties[static_cast<int>(one.grade)] +
                                kDaysOff[static_cast<int>(one.dayOff)]);
             }
         }
@@ -159,7 +159,7 @@ TEST_F(Celebrations, KnowHowNearTheirMomentIsToAnotherDay) {
     EXPECT_EQ(found[0].tithi.number, 1);
     EXPECT_NEAR(found[0].margin, 21.0, 1.0);
     EXPECT_NEAR((found[0].moment - found[0].tithi.begin) * 1440.0, 21.0, 1.0);
-    EXPECT_EQ(found[0].certainty, Certainty::near);
+    EXPECT_EQ(found[0].grade, Grade::near);
     // The dark 1st of Bhadra 2070 ended at 05:46, after a sunrise at 05:38.
     list(2070, "1 | known | lunar Bhadra dark 1 sunrise | test\n");
     EXPECT_EQ(text(found[0].day), "2013-8-22");
@@ -229,23 +229,23 @@ TEST(CurrentFestivals, AreWhenNepalKeepsThem) {
                             [](const Celebration& one) { return one.festival->id == 664; }),
               1);
     const auto off = [](int id, int year) { return current().festivals.dayOff(id, year); };
-    EXPECT_EQ(off(650, 2072), DayOff::none);  // Constitution Day: a holiday from 2073
-    EXPECT_EQ(off(650, 2073), DayOff::national);
-    EXPECT_EQ(off(21, 2072), DayOff::national);  // Loktantra Diwas: left out since
-    EXPECT_EQ(off(21, 2074), DayOff::none);
-    EXPECT_EQ(off(7, 2075), DayOff::none);  // National Democracy Day: left out, observed, back
-    EXPECT_EQ(off(7, 2076), DayOff::observed);
-    EXPECT_EQ(off(7, 2078), DayOff::national);
-    EXPECT_EQ(off(17, 2078), DayOff::group);  // Christmas
-    EXPECT_EQ(off(17, 2079), DayOff::national);
-    EXPECT_EQ(off(665, 2081), DayOff::national);
-    EXPECT_EQ(off(59, 2075), DayOff::none);  // Phulpati: left out in that year alone
-    EXPECT_EQ(off(660, 2074), DayOff::national);
-    EXPECT_EQ(off(660, 2076), DayOff::none);
-    EXPECT_EQ(off(425, 2068), DayOff::national);  // Yomari Punhi
-    EXPECT_EQ(off(649, 2074), DayOff::national);  // Gaura: for all, then where it is kept
-    EXPECT_EQ(off(649, 2076), DayOff::group);
-    EXPECT_EQ(off(52, 2083), DayOff::group);  // Teej: women
+    EXPECT_EQ(off(650, 2072), Holiday::none);  // Constitution Day: a holiday from 2073
+    EXPECT_EQ(off(650, 2073), Holiday::national);
+    EXPECT_EQ(off(21, 2072), Holiday::national);  // Loktantra Diwas: left out since
+    EXPECT_EQ(off(21, 2074), Holiday::none);
+    EXPECT_EQ(off(7, 2075), Holiday::none);  // National Democracy Day: left out, observed, back
+    EXPECT_EQ(off(7, 2076), Holiday::observed);
+    EXPECT_EQ(off(7, 2078), Holiday::national);
+    EXPECT_EQ(off(17, 2078), Holiday::group);  // Christmas
+    EXPECT_EQ(off(17, 2079), Holiday::national);
+    EXPECT_EQ(off(665, 2081), Holiday::national);
+    EXPECT_EQ(off(59, 2075), Holiday::none);  // Phulpati: left out in that year alone
+    EXPECT_EQ(off(660, 2074), Holiday::national);
+    EXPECT_EQ(off(660, 2076), Holiday::none);
+    EXPECT_EQ(off(425, 2068), Holiday::national);  // Yomari Punhi
+    EXPECT_EQ(off(649, 2074), Holiday::national);  // Gaura: for all, then where it is kept
+    EXPECT_EQ(off(649, 2076), Holiday::group);
+    EXPECT_EQ(off(52, 2083), Holiday::group);  // Teej: women
 }
 
 // The corrections hold every day, and the rules alone nearly all of them, so that years without a source can be

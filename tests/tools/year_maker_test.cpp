@@ -50,15 +50,15 @@ TEST_F(Years, HaveTheTithisOfPrintedCalendarsWithTheirGrades) {
     EXPECT_EQ(day(year2076, 1, 2).skipped, 0);
     const YearAlmanac year2079 = makeYear(2079, rules());
     EXPECT_EQ(day(year2079, 6, 30).tithi, 21);
-    EXPECT_EQ(day(year2079, 6, 30).tithiGrade, dinmala::Grade::open);
+    EXPECT_EQ(day(year2079, 6, 30).tithiGrade, Grade::open);
     // A tithi that ends 0.6 minutes after the next sunrise may as well be skipped; so may one that ends 0.8 after.
-    EXPECT_EQ(day(makeYear(2084, rules()), 1, 5).tithiGrade, dinmala::Grade::open);
-    EXPECT_NE(day(makeYear(2082, rules()), 7, 24).tithiGrade, dinmala::Grade::sure);
+    EXPECT_EQ(day(makeYear(2084, rules()), 1, 5).tithiGrade, Grade::open);
+    EXPECT_NE(day(makeYear(2082, rules()), 7, 24).tithiGrade, Grade::sure);
     int sure = 0, near = 0;
     for (const YearDay& one : year2079.days) {
-        EXPECT_EQ(one.dateGrade, dinmala::Grade::published);
-        sure += one.tithiGrade == dinmala::Grade::sure ? 1 : 0;
-        near += one.tithiGrade == dinmala::Grade::near ? 1 : 0;
+        EXPECT_EQ(one.dateGrade, Grade::published);
+        sure += one.tithiGrade == Grade::sure ? 1 : 0;
+        near += one.tithiGrade == Grade::near ? 1 : 0;
     }
     // A tithi's end is as likely at any minute of the day: 50 of 1440 minutes are near sunrise, 4 of them open.
     EXPECT_NEAR(near, 365.0 * 46.0 / 1440.0, 10.0);
@@ -72,16 +72,16 @@ TEST_F(Years, SayWhichDatesAndFestivalsAreProvisional) {
     EXPECT_FALSE(year.published);
     for (const YearDay& one : year.days) {
         const SolarMonth month = rules().panchanga.solarMonth(2085, static_cast<int>(unsigned{one.date.month}));
-        EXPECT_EQ(one.dateGrade == dinmala::Grade::sure, month.margin() > 25.0) << unsigned{one.date.month};
+        EXPECT_EQ(one.dateGrade == Grade::sure, month.margin() > 25.0) << unsigned{one.date.month};
     }
     // Laxmi Puja and Bhai Tika stand between the extra month and the lost one of that year; Phagu comes after both, and
     // a festival of summer before.
     for (const int id : {66, 68}) {
         ASSERT_NE(event(year, static_cast<std::uint16_t>(id)), nullptr) << id;
-        EXPECT_EQ(event(year, static_cast<std::uint16_t>(id))->grade, dinmala::Grade::open) << id;
+        EXPECT_EQ(event(year, static_cast<std::uint16_t>(id))->grade, Grade::open) << id;
     }
     ASSERT_NE(event(year, 52), nullptr);
-    EXPECT_NE(event(year, 52)->grade, dinmala::Grade::open);  // Teej
+    EXPECT_NE(event(year, 52)->grade, Grade::open);  // Teej
 }
 
 TEST_F(Years, ComeBackFromTheirFiles) {
@@ -120,7 +120,7 @@ TEST_F(Years, AgreeWithTheReasonsOfTheirDays) {
     for (const YearDay& one : makeYear(2084, rules()).days) {
         const DayReasons reasons = reasonsOf(one.day, sky, rules().festivals);
         ASSERT_EQ(reasons.sky.tithi.tithi.number, one.tithi);
-        ASSERT_EQ(reasons.sky.margin > 25.0, one.tithiGrade == dinmala::Grade::sure);
+        ASSERT_EQ(reasons.sky.margin > 25.0, one.tithiGrade == Grade::sure);
         ASSERT_EQ(reasons.celebrations.size(), one.events.size());
         for (std::size_t i = 0; i < one.events.size(); ++i) {
             ASSERT_EQ(reasons.celebrations[i].festival->id, one.events[i].id);
