@@ -18,7 +18,7 @@
 #include <vector>
 
 #include "tests/app/faces/panel/FakePanel.h"
-#include "tests/desktop/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 

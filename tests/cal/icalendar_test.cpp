@@ -17,7 +17,7 @@
 #include "almanac/ListAlmanac.h"
 #include "base/Text.h"
 #include "cal/CalendarFile.h"
-#include "tests/desktop/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala::cal {
 namespace {

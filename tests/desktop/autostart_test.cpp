@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "desktop/AutostartLoginItems.h"
-#include "tests/desktop/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala {
 namespace {

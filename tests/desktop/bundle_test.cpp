@@ -10,7 +10,7 @@
 #include "desktop/ImageFile.h"
 #include "desktop/InstalledBundle.h"
 #include "desktop/PropertyListFile.h"
-#include "tests/desktop/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala {
 namespace {

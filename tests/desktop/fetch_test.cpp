@@ -20,7 +20,7 @@
 #include "desktop/CurlFetch.h"
 #include "desktop/OpenUrl.h"
 #include "tests/desktop/LoopbackServer.h"
-#include "tests/desktop/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala {
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "desktop/KeyFilePreferences.h"
-#include "tests/desktop/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala {
 namespace {

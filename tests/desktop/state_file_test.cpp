@@ -11,7 +11,7 @@
 #include <cerrno>
 #include <chrono>
 
-#include "tests/desktop/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala {
 namespace {

@@ -12,7 +12,7 @@
 #include "almanac/YearFile.h"
 #include "desktop/KeyFilePreferences.h"
 #include "tests/desktop/SystemCalls.h"
-#include "tests/desktop/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/FakePlatform.h"
 
 namespace dinmala {

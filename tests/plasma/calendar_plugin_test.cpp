@@ -7,7 +7,7 @@
 #include <ctime>
 #include <memory>
 
-#include "tests/desktop/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala {
 namespace {

@@ -5,7 +5,8 @@
 #include <utility>
 
 #include "desktop/Notifications.h"
-#include "tests/app/faces/panel/FakePanel.h"
+#include "tests/support/Loop.h"
+#include "tests/support/TestBus.h"
 
 namespace dinmala {
 namespace {
@@ -32,8 +33,7 @@ public:
                <arg type="as" direction="in"/><arg type="a{sv}" direction="in"/><arg type="i" direction="in"/>
                <arg type="u" direction="out"/></method></interface></node>)");
         connection_->register_object("/org/freedesktop/Notifications", node->lookup_interface(), handlers_);
-        callMethod(connection_, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
-                   (std::string{"('"} + kName + "', uint32 4)").c_str());
+        TestBus::own(connection_, kName);
     }
     ~Service() {
         if (!connection_->is_closed()) connection_->close_sync();

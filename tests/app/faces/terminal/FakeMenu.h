@@ -1,8 +1,5 @@
-/// A small menu as the interface definition would make it, and a loop that runs
-/// until all that is due has been done.
+/// A small menu as the interface definition would make it.
 #pragma once
-
-#include <glib.h>
 
 #include <memory>
 #include <string>
@@ -40,10 +37,5 @@ struct FakeMenu {
         return item;
     }
 };
-
-inline void runDueSources() {
-    while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
-    }
-}
 
 }  // namespace dinmala

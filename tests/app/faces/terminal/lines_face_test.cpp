@@ -10,7 +10,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "tests/app/faces/terminal/FakeMenu.h"
+#include "tests/support/Loop.h"
 
 namespace dinmala {
 namespace {
@@ -178,10 +178,7 @@ TEST_F(LinesFaceOverAPipe, ASlowReaderGetsWholeLinesAndTheNewest) {
 
 TEST_F(LinesFaceOverAPipe, ASignalThatAsksToEndIsPassedOn) {
     raise(SIGTERM);
-    const gint64 end = g_get_monotonic_time() + 10 * G_USEC_PER_SEC;
-    while (quits == 0 && g_get_monotonic_time() < end) {
-        if (g_main_context_iteration(nullptr, FALSE) == FALSE) g_usleep(1000);
-    }
+    EXPECT_TRUE(runUntil([this] { return quits > 0; }, 10'000));
     EXPECT_EQ(quits, 1);
 }
 
