@@ -22,17 +22,6 @@ TEST(ReadDay, TakesTheCalendarThatTheMonthTells) {
         EXPECT_EQ(found->bs, bsDate(2083, 8, 7)) << text;
         EXPECT_EQ(found->told == CalendarKind::ad, text[0] == '2' || text[0] == 'N') << text;
     }
-    using Why = NoDay::Why;
-    for (const auto& [text, why] : {std::pair{"7 Mangsir", Why::notADate},
-                                    {"", Why::notADate},
-                                    {"2083-13-01", Why::noMonth},
-                                    {"30 Mangsir 2083", Why::noDay},
-                                    {"2026-11-00", Why::noDay},
-                                    {"2043-04-15", Why::outside},
-                                    {"1 Baishakh 2100", Why::outside}}) {
-        EXPECT_FALSE(readDay(text, CalendarKind::ad, calendar)) << text;
-        EXPECT_EQ(whyNoDay(text, CalendarKind::ad, calendar).why, why) << text;
-    }
 }
 
 // Every day of every month stands once, under its weekday.
@@ -51,17 +40,6 @@ TEST(MonthPage, HoldsEachDayUnderItsWeekDay) {
         ASSERT_EQ(next, month.length + 1u);
     }
     EXPECT_FALSE(monthPage(firstEdition().calendar, {BsYear{2100}, BsMonth{1}}));
-}
-
-// Past the last day whose lists there are, the day itself is still shown.
-TEST(MonthPage, HasDaysWithoutLists) {
-    const auto listed = monthDays(firstEdition(), {BsYear{2070}, BsMonth{1}});
-    EXPECT_EQ(listed.front().events.size(), 3u);
-    const auto bare = monthDays(firstEdition(), {BsYear{2080}, BsMonth{1}});
-    ASSERT_EQ(bare.size(), 31u);
-    EXPECT_EQ(bare.back().date, bsDate(2080, 1, 31));
-    EXPECT_EQ(firstEdition().calendar.toDate(bare.back().day), bare.back().date);
-    EXPECT_TRUE(bare.back().tithis.empty());
 }
 
 // The last day is the 365th, in the next year; today's own events have come.

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 
 #include "almanac/YearFile.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala {
 namespace {
@@ -16,11 +16,6 @@ namespace fs = std::filesystem;
 
 class EditionFromFolders : public testing::Test {
 protected:
-    void SetUp() override {
-        for (const fs::path& folder : {first, second}) fs::create_directories(folder);
-    }
-    void TearDown() override { fs::remove_all(root); }
-
     static void write(const fs::path& file, const std::string& text) { std::ofstream{file} << text; }
 
     /// The built-in year with the lengths of two of its months changed by a day each, as Nepal may publish it.
@@ -42,10 +37,9 @@ protected:
         return year;
     }
 
-    const fs::path root = fs::temp_directory_path() / ("edition_source_test." + std::to_string(getpid()));
-    const fs::path first = root / "first";
-    const fs::path second = root / "second";
-    EditionSource source{{first.string(), second.string(), (root / "none").string()}};
+    const TemporaryFolder above, below;
+    const fs::path first = above.path(), second = below.path();
+    EditionSource source{{first.string(), second.string(), above.path("none")}};
 };
 
 TEST_F(EditionFromFolders, TakesAYearWhileItsFileIsThere) {
@@ -189,7 +183,7 @@ TEST_F(EditionFromFolders, RefusesBadFilesWholeAndOnce) {
     ASSERT_EQ(mkfifo((first / "2084.txt").c_str(), 0600), 0);
     EXPECT_EQ(problem(), "2084.txt: is not a regular file");
     fs::remove(first / "2084.txt");
-    fs::create_symlink(root / "gone", first / "2084.txt");
+    fs::create_symlink(above.path("gone"), first / "2084.txt");
     EXPECT_EQ(problem(), "2084.txt: cannot be read: No such file or directory");
     fs::remove(first / "2084.txt");
     // A published year does not give way, and another good file beside a bad one is taken.

@@ -34,13 +34,10 @@ protected:
     Shell shell;
 };
 
-TEST_F(DisplayRules, FirstStartShowsMonthDayAndTime) {
+TEST_F(DisplayRules, MendWhatWasStoredAndShowMonthDayAndTimeAtFirst) {
     start();
     EXPECT_EQ(state(), kDefaults);
     EXPECT_EQ(shell.title(), " कार्तिक २ १४:०५");
-}
-
-TEST_F(DisplayRules, MendWhatWasStored) {
     start({"icon", "tithi"});
     EXPECT_EQ(state(), "tithi");
     start({"icon", "year", "event"});
@@ -62,15 +59,6 @@ TEST_F(DisplayRules, TheFlagAndThePiecesExcludeEachOther) {
     EXPECT_EQ(state(), "tithi");
 }
 
-TEST_F(DisplayRules, TheLastPieceGivesWayToTheDefaults) {
-    start({"time"});
-    shell.delegate->setTime(nullptr);
-    EXPECT_EQ(state(), kDefaults);
-    start({"year"});
-    shell.delegate->setYear(nullptr);
-    EXPECT_EQ(state(), kDefaults);
-}
-
 // A toggle wired to its neighbour's key or item shows here: each piece in turn,
 // on and off again, among others.
 TEST_F(DisplayRules, EachPieceFlipsAlone) {
@@ -85,6 +73,8 @@ TEST_F(DisplayRules, EachPieceFlipsAlone) {
         start({"icon"});
         (shell.delegate.get()->*toggle.set)(nullptr);
         EXPECT_EQ(state(), toggle.key);
+        (shell.delegate.get()->*toggle.set)(nullptr);
+        EXPECT_EQ(state(), kDefaults);  // the last one gives way
         start({"year", "month", "day", "dow", "time", "tithi", "event"});
         (shell.delegate.get()->*toggle.set)(nullptr);
         EXPECT_FALSE(shell.preferences.boolForKey(toggle.key));
@@ -92,13 +82,6 @@ TEST_F(DisplayRules, EachPieceFlipsAlone) {
         (shell.delegate.get()->*toggle.set)(nullptr);
         EXPECT_EQ(state(), "year month day dow time tithi event");
     }
-}
-
-TEST_F(DisplayRules, TheMarkDecidesNotTheKey) {
-    start({"year", "month"});
-    shell.preferences.setBoolForKey(false, "year");  // behind the menu's back
-    shell.delegate->setYear(nullptr);                // the mark is on: off it goes
-    EXPECT_EQ(state(), "month");
 }
 
 // Another session, or a person in the file: the next refresh shows it by the same
@@ -115,7 +98,11 @@ TEST_F(DisplayRules, FollowWhatIsChosenElsewhere) {
 }
 
 // A desktop may show a mark that is neither on nor off; it is not off.
-TEST_F(DisplayRules, AMixedMarkIsTurnedOff) {
+TEST_F(DisplayRules, AMarkDecidesAndAMixedOneIsTurnedOff) {
+    start({"year", "month"});
+    shell.preferences.setBoolForKey(false, "year");  // behind the menu's back
+    shell.delegate->setYear(nullptr);                // the mark is on: off it goes
+    EXPECT_EQ(state(), "month");
     start({"year", "month"});
     shell.toggles[1].setState(-1);
     shell.delegate->setYear(nullptr);

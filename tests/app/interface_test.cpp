@@ -5,20 +5,15 @@
 #include <stdlib.h>
 
 #include <clocale>
-#include <fstream>
-#include <sstream>
 #include <utility>
 
 #include "tests/support/FakePlatform.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala {
 namespace {
 
-std::string shippedDefinition() {
-    std::ostringstream text;
-    text << std::ifstream{std::string{SOURCE_DIR} + "/app/resources/MainMenu.json"}.rdbuf();
-    return text.str();
-}
+std::string shippedDefinition() { return contentOf(SOURCE_DIR "/app/resources/MainMenu.json"); }
 
 std::string refusal(const std::string& definition) {
     try {

@@ -66,12 +66,8 @@ TEST_F(LoginItem, AListThatCannotBeOpenedChangesNothing) {
     start();
     EXPECT_FALSE(marked());
     EXPECT_EQ(shell.loginItems.ids(), "a");
-}
-
-TEST_F(LoginItem, ApplyingTheStateReadsTheListAgain) {
-    start();
-    shell.loginItems.entries = {{"a", own}};
-    shell.delegate->applyStartupState();
+    shell.loginItems.opens = true;
+    shell.delegate->applyStartupState();  // reads it again
     EXPECT_TRUE(marked());
     EXPECT_EQ(shell.loginItems.ids(), "a");
 }

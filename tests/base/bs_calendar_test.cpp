@@ -3,12 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <concepts>
-#include <fstream>
-#include <iterator>
 #include <type_traits>
 #include <unordered_set>
 
 #include "base/MonthLengths.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala {
 namespace {
@@ -44,18 +43,18 @@ static_assert(bsDate(2070, 12, 32).ok() && !bsDate(2070, 13, 1).ok() && !bsDate(
               !bsDate(2070, 1, 33).ok() && !bsDate(0, 1, 1).ok());
 
 BsCalendar embedded() {
-    std::ifstream file{SOURCE_DIR "/calendar/data/month_lengths.txt"};
-    const std::string text{std::istreambuf_iterator<char>{file}, {}};
-    return *parseMonthLengths(text)->calendar();
+    return *parseMonthLengths(contentOf(SOURCE_DIR "/calendar/data/month_lengths.txt"))->calendar();
 }
 
 /// Every day of a calendar: counted on from its first date, there and back.
 void walk(const BsCalendar& calendar) {
+    std::unordered_set<std::size_t> hashes;
     BsDate date = calendar.firstDate();
     unsigned dayOfYear = date.month == BsMonth{1} ? 0 : 400;  // a year that begins before the table has no count
     for (sys_days day = calendar.firstDay(); day <= calendar.lastDay(); day += days{1}) {
         ASSERT_EQ(calendar.toDate(day), date);
         ASSERT_EQ(calendar.toDays(date), day);
+        ASSERT_TRUE(hashes.insert(std::hash<BsDate>{}(date)).second);
         if (dayOfYear < 400) {
             ASSERT_EQ(calendar.dayOfYear(date), ++dayOfYear);
         }
@@ -105,15 +104,6 @@ TEST(BsCalendar, GivesNothingOutsideItsTable) {
     EXPECT_FALSE(BsCalendar::make({BsYear{2000}, BsMonth{1}}, {}, {}));
     EXPECT_FALSE(BsCalendar::make({BsYear{9999}, BsMonth{12}}, {}, std::span{lengths}.first(1)) &&
                  BsCalendar::make({BsYear{9999}, BsMonth{12}}, {}, std::vector<std::uint8_t>(2, 30)));
-}
-
-TEST(BsCalendar, HashesTellDatesApart) {
-    const BsCalendar calendar = embedded();
-    std::unordered_set<std::size_t> hashes;
-    for (sys_days day = calendar.firstDay(); day <= calendar.lastDay(); day += days{1}) {
-        hashes.insert(std::hash<BsDate>{}(*calendar.toDate(day)));
-    }
-    EXPECT_EQ(hashes.size(), 36891u);
 }
 
 }  // namespace

@@ -56,20 +56,14 @@ TEST(DateText, KnowsEveryNameOfAMonth) {
 
 // The place is where the text stops being a date.
 TEST(DateText, TellsWhereATextStopsBeingADate) {
+    struct Case {
+        std::string_view text;
+        std::size_t column;
+    };
     for (const auto& [text, column] :
-         std::initializer_list<std::pair<std::string_view, std::size_t>>{{"", 1},
-                                                                         {"2013", 5},
-                                                                         {"213-04-14", 1},
-                                                                         {"2013-04/14", 8},
-                                                                         {"2013-04-14x", 11},
-                                                                         {"2013-04-140", 11},
-                                                                         {"2013-x4-14", 6},
-                                                                         {"2013-4", 7},
-                                                                         {"7 mangsirr 2083", 3},
-                                                                         {"7 8 mangsir", 3},
-                                                                         {"mangsir", 8},
-                                                                         {"123 mangsir 2083", 1},
-                                                                         {"mangsir kartik 7", 9}}) {
+         {Case{"", 1}, Case{"2013", 5}, Case{"213-04-14", 1}, Case{"2013-04/14", 8}, Case{"2013-04-14x", 11},
+          Case{"2013-04-140", 11}, Case{"2013-x4-14", 6}, Case{"2013-4", 7}, Case{"7 mangsirr 2083", 3},
+          Case{"7 8 mangsir", 3}, Case{"mangsir", 8}, Case{"123 mangsir 2083", 1}, Case{"mangsir kartik 7", 9}}) {
         const auto date = readDate(text);
         ASSERT_FALSE(date) << text;
         EXPECT_EQ(date.error().column, column) << text;

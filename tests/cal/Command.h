@@ -9,8 +9,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
+
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala::test {
 
@@ -19,12 +20,6 @@ struct Result {
     std::string err;
     int status = -1;
 };
-
-inline std::string contentOf(const std::filesystem::path& path) {
-    std::ostringstream out;
-    out << std::ifstream{path}.rdbuf();
-    return out.str();
-}
 
 /// A folder of this process, where the command finds neither preferences nor years unless a test puts them there.
 inline std::filesystem::path testFolder() {

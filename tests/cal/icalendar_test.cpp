@@ -5,11 +5,9 @@
 #include <libical/ical.h>
 #include <sys/stat.h>
 
-#include <fstream>
 #include <map>
 #include <memory>
 #include <set>
-#include <sstream>
 #include <string>
 
 #include "agenda/MonthPage.h"
@@ -164,11 +162,6 @@ TEST(ICalendar, KeepsUidsAndCountsUpWithTheData) {
 
 class CalendarFile : public testing::Test {
 protected:
-    static std::string content(const std::string& file) {
-        std::ostringstream text;
-        text << std::ifstream{file}.rdbuf();
-        return text.str();
-    }
     static ino_t inode(const std::string& file) {
         struct stat status {};
         return stat(file.c_str(), &status) == 0 ? status.st_ino : 0;
@@ -182,22 +175,22 @@ protected:
 
 TEST_F(CalendarFile, IsReplacedOnlyAsItWasPutThere) {
     EXPECT_EQ(keepCalendarFile(path, one, false), std::nullopt);
-    const std::string first = content(path);
+    const std::string first = contentOf(path);
     EXPECT_NE(first.find("VERSION:2.0\r\n"), std::string::npos);
     const ino_t number = inode(path);
     EXPECT_EQ(keepCalendarFile(path, one, false), std::nullopt);
     EXPECT_EQ(inode(path), number) << "the same was written again";
     EXPECT_EQ(keepCalendarFile(path, two, false), std::nullopt);
-    EXPECT_NE(content(path), first);
+    EXPECT_NE(contentOf(path), first);
 
     for (const std::string& other : {first + "X", first.substr(0, first.size() - 3), one, std::string{"my notes"},
                                      std::string{}, first.substr(0, 40)}) {
         std::ofstream{path} << other;
         EXPECT_NE(keepCalendarFile(path, one, false), std::nullopt) << other;
-        EXPECT_EQ(content(path), other);
+        EXPECT_EQ(contentOf(path), other);
     }
     EXPECT_EQ(keepCalendarFile(path, one, true), std::nullopt);
-    EXPECT_EQ(content(path), first);
+    EXPECT_EQ(contentOf(path), first);
 }
 
 TEST_F(CalendarFile, KeepsLinksAndModesAndReplacesNothingButFiles) {
@@ -211,7 +204,7 @@ TEST_F(CalendarFile, KeepsLinksAndModesAndReplacesNothingButFiles) {
     EXPECT_TRUE(S_ISLNK(status.st_mode));
     ASSERT_EQ(stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0640U);
-    EXPECT_NE(content(path).find("2.1"), std::string::npos);
+    EXPECT_NE(contentOf(path).find("2.1"), std::string::npos);
 
     const std::string fifo = folder.path() + "/fifo";
     ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);

@@ -21,16 +21,14 @@ public:
     ///               after them; called on the server's thread
     explicit LoopbackServer(std::function<std::string(const std::string& request)> answer)
         : answer_(std::move(answer)), socket_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t length = sizeof address;
-        auto* generic = reinterpret_cast<sockaddr*>(&address);
-        if (bind(socket_, generic, length) != 0 || listen(socket_, 16) != 0 ||
+        address_.sin_family = AF_INET;
+        address_.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof address_;
+        auto* generic = reinterpret_cast<sockaddr*>(&address_);
+        if (bind(socket_, generic, length) != 0 || listen(socket_, kMostWaiting) != 0 ||
             getsockname(socket_, generic, &length) != 0 || pipe(stop_) != 0) {
             throw std::runtime_error("no loopback server");
         }
-        port_ = ntohs(address.sin_port);
         thread_ = std::thread([this] { serve(); });
     }
     ~LoopbackServer() {
@@ -43,7 +41,15 @@ public:
     LoopbackServer& operator=(const LoopbackServer&) = delete;
 
     [[nodiscard]] std::string url(const std::string& path = "/") const {
-        return "http://127.0.0.1:" + std::to_string(port_) + path;
+        return "http://127.0.0.1:" + std::to_string(ntohs(address_.sin_port)) + path;
+    }
+
+    /// A connection on which nothing is asked; the server has one at a time, and so many wait for it.
+    static constexpr int kMostWaiting = 16;
+    [[nodiscard]] int visit() const {
+        const int visitor = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+        static_cast<void>(connect(visitor, reinterpret_cast<const sockaddr*>(&address_), sizeof address_));
+        return visitor;
     }
 
     /// Read when the fetches are over.
@@ -86,7 +92,7 @@ private:
     std::function<std::string(const std::string&)> answer_;
     int socket_;
     int stop_[2] = {-1, -1};
-    int port_ = 0;
+    sockaddr_in address_{};
     std::thread thread_;
 };
 

@@ -115,27 +115,15 @@ TEST_F(HttpGet, TakesNoMoreHeadersThanSomeOnesWouldSend) {
 
 // A host that lets connections wait is given up after the shorter of the two limits.
 TEST_F(HttpGet, GivesUpOnAHostThatDoesNotAnswerTheDoor) {
-    const int door = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    auto* generic = reinterpret_cast<sockaddr*>(&address);
-    ASSERT_EQ(bind(door, generic, length), 0);
-    ASSERT_EQ(listen(door, 0), 0);
-    ASSERT_EQ(getsockname(door, generic, &length), 0);
-    std::vector<int> waiting;  // they fill the queue; nobody takes them from it
-    for (int i = 0; i < 4; ++i) {
-        waiting.push_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-        static_cast<void>(connect(waiting.back(), generic, length));
-    }
+    const LoopbackServer server([](const std::string&) { return LoopbackServer::kSilence; });
+    std::vector<int> visitors;
+    for (int i = 0; i < 2 * LoopbackServer::kMostWaiting; ++i) visitors.push_back(server.visit());
     FetchLimits limits;
     limits.connect = std::chrono::milliseconds(300);
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(httpGet("http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) + "/", limits), std::nullopt);
+    EXPECT_EQ(httpGet(server.url(), limits), std::nullopt);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
-    for (const int one : waiting) close(one);
-    close(door);
+    for (const int visitor : visitors) close(visitor);
 }
 
 // Whatever the helper does, the program goes on.

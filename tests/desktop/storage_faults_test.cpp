@@ -12,8 +12,8 @@
 #include "almanac/YearFile.h"
 #include "desktop/KeyFilePreferences.h"
 #include "tests/desktop/SystemCalls.h"
-#include "tests/support/TemporaryFolder.h"
 #include "tests/support/FakePlatform.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace dinmala {
 namespace {

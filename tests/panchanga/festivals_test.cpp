@@ -1,5 +1,6 @@
 // The rule files: what the grammar refuses, and where a rule puts its festival.
 
+#include "base/DateText.h"
 #include "tools/RuleFiles.h"
 
 #include <gtest/gtest.h>
@@ -89,13 +90,7 @@ protected:
         EXPECT_FALSE(festivals.read(text, "rules.txt")) << rule;
         const SkyYear sky{year, rules.calendar, panchanga};
         std::vector<std::string> found;
-        for (const Occurrence& one : festivals.daysOf(9, sky)) {
-            const year_month_day ad{one.day};
-            std::ostringstream out;
-            out << static_cast<int>(ad.year()) << '-' << static_cast<unsigned>(ad.month()) << '-'
-                << static_cast<unsigned>(ad.day());
-            found.push_back(out.str());
-        }
+        for (const Occurrence& one : festivals.daysOf(9, sky)) found.push_back(dateText(year_month_day{one.day}));
         return found;
     }
 
@@ -106,17 +101,17 @@ protected:
 
 // Each case is a day that Nepal kept, so a rule kind that counts, shifts or filters wrongly misses it.
 TEST_F(RuleDays, AreWhereNepalKeptThem) {
-    EXPECT_EQ(days("bs 01-01", 2070), Days{"2013-4-14"});
-    EXPECT_EQ(days("bs 01-01, shift -1", 2070), Days{"2014-4-13"});  // the eve of the next year
+    EXPECT_EQ(days("bs 01-01", 2070), Days{"2013-04-14"});
+    EXPECT_EQ(days("bs 01-01, shift -1", 2070), Days{"2014-04-13"});  // the eve of the next year
     EXPECT_EQ(days("ad 12-25", 2070), Days{"2013-12-25"});
-    EXPECT_EQ(days("on 2009-07-22 2010-01-15 2011-01-01", 2066), (Days{"2009-7-22", "2010-1-15"}));
+    EXPECT_EQ(days("on 2009-07-22 2010-01-15 2011-01-01", 2066), (Days{"2009-07-22", "2010-01-15"}));
     EXPECT_EQ(days("lunar Ashwin bright 10", 2070), Days{"2013-10-14"});
-    EXPECT_EQ(days("lunar Chaitra bright 9 midday, later", 2070), (Days{"2013-4-19", "2014-4-8"}));  // twice a year
-    EXPECT_EQ(days("lunar Bhadra dark 8 midnight", 2068), Days{"2011-8-21"});
-    EXPECT_EQ(days("lunar Phalgun bright 15 evening", 2070), Days{"2014-3-16"});
-    EXPECT_EQ(days("with 1, shift -1", 2070), Days{"2013-9-7"});  // the eve of Teej
-    EXPECT_EQ(days("first Saturday from ad 09-08", 2069), Days{"2012-9-8"});
-    EXPECT_EQ(days("first Saturday from ad 09-09", 2069), Days{"2012-9-15"});
+    EXPECT_EQ(days("lunar Chaitra bright 9 midday, later", 2070), (Days{"2013-04-19", "2014-04-08"}));  // twice a year
+    EXPECT_EQ(days("lunar Bhadra dark 8 midnight", 2068), Days{"2011-08-21"});
+    EXPECT_EQ(days("lunar Phalgun bright 15 evening", 2070), Days{"2014-03-16"});
+    EXPECT_EQ(days("with 1, shift -1", 2070), Days{"2013-09-07"});  // the eve of Teej
+    EXPECT_EQ(days("first Saturday from ad 09-08", 2069), Days{"2012-09-08"});
+    EXPECT_EQ(days("first Saturday from ad 09-09", 2069), Days{"2012-09-15"});
     EXPECT_EQ(days("lunar Ashwin bright 10, never 2070", 2070), Days{});
     EXPECT_EQ(days("lunar Ashwin bright 10, only 2070", 2070), Days{"2013-10-14"});
     EXPECT_EQ(days("lunar Ashwin bright 10, but 2013-10-15", 2070), Days{"2013-10-15"});
@@ -124,13 +119,13 @@ TEST_F(RuleDays, AreWhereNepalKeptThem) {
 }
 
 TEST_F(RuleDays, KeepExtraMonthsApart) {
-    EXPECT_EQ(days("adhika bright 1 sunrise", 2069), Days{"2012-8-18"});
-    EXPECT_EQ(days("adhika dark 30 sunrise", 2069), Days{"2012-9-16"});
+    EXPECT_EQ(days("adhika bright 1 sunrise", 2069), Days{"2012-08-18"});
+    EXPECT_EQ(days("adhika dark 30 sunrise", 2069), Days{"2012-09-16"});
     EXPECT_EQ(days("adhika bright 1 sunrise", 2070), Days{});
-    EXPECT_EQ(days("lunar Bhadra bright 3", 2069), Days{"2012-9-18"});         // after the extra month
-    EXPECT_EQ(days("lunar Bhadra dark 30 sunrise", 2069), Days{"2012-8-17"});  // before it
-    EXPECT_EQ(days("every bright 8 sunrise", 2069).size(), 12U);               // the extra month too
-    EXPECT_EQ(days("every bright 8 sunrise, weekday Monday", 2069), (Days{"2012-10-22", "2013-2-18"}));
+    EXPECT_EQ(days("lunar Bhadra bright 3", 2069), Days{"2012-09-18"});         // after the extra month
+    EXPECT_EQ(days("lunar Bhadra dark 30 sunrise", 2069), Days{"2012-08-17"});  // before it
+    EXPECT_EQ(days("every bright 8 sunrise", 2069).size(), 12U);                // the extra month too
+    EXPECT_EQ(days("every bright 8 sunrise, weekday Monday", 2069), (Days{"2012-10-22", "2013-02-18"}));
     EXPECT_EQ(days("every 11 sunrise", 2070).size(), 25U);
 }
 
@@ -138,8 +133,8 @@ TEST_F(RuleDays, KeepExtraMonthsApart) {
 TEST_F(RuleDays, FollowTheMoonThroughTheStars) {
     const Days entries = days("moon enters 300", 2070);
     EXPECT_EQ(entries.size(), 13U);
-    EXPECT_EQ(entries.front(), "2013-5-3");
-    EXPECT_EQ(entries[1], "2013-5-30");  // at 01:32 of the next date: the day runs to the sunrise
+    EXPECT_EQ(entries.front(), "2013-05-03");
+    EXPECT_EQ(entries[1], "2013-05-30");  // at 01:32 of the next date: the day runs to the sunrise
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "panchanga/Panchanga.h"
 #include "base/DateText.h"
+#include "tests/panchanga/Truth.h"
 #include "tools/RuleFiles.h"
 
 #include <gtest/gtest.h>
@@ -10,9 +11,7 @@
 #include <cctype>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -30,30 +29,6 @@ sys_days adDay(const std::string& text) {
 
 sys_days bsDay(const BsCalendar& calendar, int year, int month, int day = 1) {
     return *calendar.toDays(bsDate(year, static_cast<unsigned>(month), static_cast<unsigned>(day)));
-}
-
-/// The cells of a line of comma-separated values; quotes are not looked at.
-std::vector<std::string> cells(const std::string& line) {
-    std::vector<std::string> found;
-    std::istringstream text{line};
-    for (std::string cell; std::getline(text, cell, ',');) {
-        found.push_back(cell);
-    }
-    return found;
-}
-
-/// The lines of a file of the facts that are kept beside the source tree, without its head; none where it is not.
-std::vector<std::string> truth(const std::string& name, std::size_t head) {
-    std::ifstream file{SOURCE_DIR "/../../shared/truth/" + name};
-    if (!file.is_open()) {
-        file.open(SOURCE_DIR "/../shared/truth/" + name);
-    }
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(file, line);) {
-        lines.push_back(line);
-    }
-    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(head, lines.size())));
-    return lines;
 }
 
 /// Minutes by which the reckoned instant of a printed one is late. `hours` may pass 24: the night after `ad`.

@@ -102,57 +102,20 @@ TEST(Search, FollowsTheFirstEdition) {
 }
 
 TEST(Search, FindsNothingInWhatIsNeither) {
-    for (const std::string_view text : {"",
-                                        " ",
-                                        "2083",
-                                        "7",
-                                        "23",
-                                        "fire",
-                                        "mail",
-                                        "holiday inn",
-                                        "holid",
-                                        "tih",
-                                        "dash",
-                                        "chat",
-                                        "cat",
-                                        "teeth",
-                                        "world",
-                                        "international day",
-                                        "national",
-                                        "mangsir",
-                                        "2083 mangsir",
-                                        "may",
-                                        "march",
-                                        "date",
-                                        "nepali",
-                                        "new york",
-                                        "20261123",
-                                        "1234567890",
-                                        "2026-11",
-                                        "2083-13-01",
-                                        "2083-08-33",
-                                        "30 february 2026",
-                                        "192.168.1.1",
-                                        "7 8 9",
-                                        "2026-11-23-1",
-                                        "2083 mangsir 7 8",
-                                        "mangsir 7 foo",
-                                        "7 gate",
-                                        "eid 12",
-                                        "tihar 20833",
-                                        "tihar tihar",
-                                        "bs",
-                                        "ad",
-                                        "in bs",
-                                        "tomorrow never dies",
-                                        "next",
-                                        "when is",
-                                        "\xff\xfe",
-                                        "\xe0\xa4",
-                                        "र",
-                                        "earth",
-                                        "human rights"}) {
-        EXPECT_EQ(ids(text), "") << text;
+    for (const std::string_view numbers :
+         {"7", "23", "2083", "7 8 9", "7 gate", "eid 12", "2026-11", "20261123", "1234567890", "2083-13-01",
+          "2083-08-33", "192.168.1.1", "tihar 20833", "2083 mangsir", "2026-11-23-1", "mangsir 7 foo",
+          "30 february 2026", "2083 mangsir 7 8"}) {
+        EXPECT_EQ(ids(numbers), "") << numbers;
+    }
+    for (const std::string_view word : {"र", "bs", "ad", "tih", "cat", "fire", "mail", "dash", "chat", "date", "next",
+                                        "holid", "teeth", "world", "march", "earth", "nepali", "mangsir", "national"}) {
+        EXPECT_EQ(ids(word), "") << word;
+    }
+    for (const std::string_view words :
+         {"", " ", "may", "in bs", "when is", "new york", "holiday inn", "tihar tihar", "human rights",
+          "international day", "tomorrow never dies", "\xff\xfe", "\xe0\xa4"}) {
+        EXPECT_EQ(ids(words), "") << words;
     }
     EXPECT_EQ(ids(std::string(100000, '7')), "");
     EXPECT_EQ(ids("tihar" + std::string(200, ' ')), "");

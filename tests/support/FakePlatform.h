@@ -36,7 +36,6 @@ public:
         texts.insert_or_assign(std::string{key}, std::string{value});
     }
     bool synchronize() override {
-        ++flushes;
         saved = values;
         return true;
     }
@@ -55,7 +54,6 @@ public:
     std::map<std::string, std::string, std::less<>> texts;
     std::optional<std::map<std::string, bool, std::less<>>> elsewhere;  ///< chosen by another program
     std::map<std::string, std::string> elsewhereTexts;
-    int flushes = 0;
 };
 
 class FakeLoginItems : public LoginItems {

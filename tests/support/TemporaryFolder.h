@@ -1,15 +1,24 @@
-/// A folder of a test's own, gone at its end.
+/// Files of a test's own, and what it may do with them.
 #pragma once
+
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <string>
 #include <string_view>
 
 namespace dinmala {
 
+[[nodiscard]] inline std::string contentOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// A folder that is gone at the end.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
@@ -32,19 +41,19 @@ public:
         std::ofstream(file, std::ios::binary) << text;
         return file.string();
     }
-    [[nodiscard]] std::string read(std::string_view name) const {
-        std::ifstream file(path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    [[nodiscard]] std::string read(std::string_view name) const { return contentOf(path(name)); }
     [[nodiscard]] bool has(std::string_view name) const { return std::filesystem::exists(path(name)); }
-    /// How many files the folder holds, hidden ones and links included.
-    [[nodiscard]] std::size_t count() const {
-        return static_cast<std::size_t>(
-            std::distance(std::filesystem::directory_iterator(path_), std::filesystem::directory_iterator()));
-    }
 
 private:
     std::string path_;
 };
+
+/// Root may read and write everything: as nobody it may not.
+inline void asNobody(const std::function<void()>& work) {
+    const bool isRoot = geteuid() == 0;
+    if (isRoot && seteuid(65534) != 0) std::abort();
+    work();
+    if (isRoot && seteuid(0) != 0) std::abort();
+}
 
 }  // namespace dinmala

@@ -1,54 +1,40 @@
 // The generator refuses what is malformed, with file and line, and spells out the
 // rest as it stands.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
+#include "tests/support/TemporaryFolder.h"
+
+namespace dinmala {
 namespace {
-
-namespace fs = std::filesystem;
 
 class MakeTables : public testing::Test {
 protected:
-    void SetUp() override { fs::create_directories(dir); }
-    void TearDown() override { fs::remove_all(dir); }
-
     /// Runs the generator; gives what it wrote, or its message after "refused: ".
     std::string run(const std::string& mode, const std::string& file, const std::string& text) {
-        std::ofstream{dir / file} << text;
-        const std::string command =
-            std::string{MAKE_TABLES} + " " + mode + " " + (dir / "out").string() + " " +
-            (mode.starts_with("years") ? std::string{SOURCE_DIR} + "/calendar/data/month_lengths.txt " : "") +
-            (dir / file).string() + " 2>&1";
-        fs::remove(dir / "out");
+        const std::string in = folder.write(file, text), out = folder.path("out");
+        const std::string lengths = mode.starts_with("years") ? kLengths + " " : "";
+        const std::string command = MAKE_TABLES " " + mode + " " + out + " " + lengths + in + " 2>&1";
+        std::filesystem::remove(out);
         std::string said;
         FILE* pipe = popen(command.c_str(), "r");
         for (int c = 0; (c = std::fgetc(pipe)) != EOF;) said += static_cast<char>(c);
         if (pclose(pipe) != 0) return "refused: " + said;
-        std::ostringstream out;
-        out << std::ifstream{dir / "out"}.rdbuf();
-        return out.str();
-    }
-
-    static std::string lengths() {
-        std::ostringstream out;
-        out << std::ifstream{std::string{SOURCE_DIR} + "/calendar/data/month_lengths.txt"}.rdbuf();
-        return out.str();
+        return contentOf(out);
     }
 
     static std::string with(std::string text, const std::string& old, const std::string& now) {
         return text.replace(text.find(old), old.size(), now);
     }
 
-    const fs::path dir = fs::temp_directory_path() / ("make_tables_test." + std::to_string(getpid()));
+    const std::string kLengths = SOURCE_DIR "/calendar/data/month_lengths.txt";
+    const TemporaryFolder folder;
 };
 
 TEST_F(MakeTables, RefusesABadLineOfLengths) {
-    const std::string good = lengths();
+    const std::string good = contentOf(kLengths);
     EXPECT_FALSE(run("months", "l.txt", good).starts_with("refused"));
     struct Case {
         std::string old, now, message;
@@ -110,3 +96,4 @@ TEST_F(MakeTables, SpellsOutListsNamesAndDatesAsTheyStand) {
 }
 
 }  // namespace
+}  // namespace dinmala
