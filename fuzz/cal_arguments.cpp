@@ -1,9 +1,5 @@
 // dinmala-cal's arguments, one a line, and after an empty line its standard input: it ends with 0, 1 or 2, what it
 // tells with --json is JSON, and it tells the same twice.
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -14,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "fuzz/Require.h"
+#include "fuzz/Files.h"
 
 /// The program's own main(), under another name.
 int calMain(int argc, char** argv);
@@ -28,18 +24,14 @@ int told(std::vector<std::string> words, const std::string& input, std::string& 
     arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    const int in = memfd_create("in", 0), out = memfd_create("out", 0);
-    require(write(in, input.data(), input.size()) == static_cast<ssize_t>(input.size()), "the input is there");
-    lseek(in, 0, SEEK_SET);
-    dup2(in, STDIN_FILENO);
-    dup2(out, STDOUT_FILENO);
-    const int status = calMain(static_cast<int>(words.size()), arguments.data());
-    std::cout.flush();
-    fflush(stdout);
-    output.assign(static_cast<std::size_t>(lseek(out, 0, SEEK_CUR)), '\0');
-    require(pread(out, output.data(), output.size(), 0) == static_cast<ssize_t>(output.size()), "the output is there");
-    close(in);
-    close(out);
+    int status = 0;
+    output = dinmala::writtenBy(input, [&](int in, int out) {
+        dup2(in, STDIN_FILENO);
+        dup2(out, STDOUT_FILENO);
+        status = calMain(static_cast<int>(words.size()), arguments.data());
+        std::cout.flush();
+        fflush(stdout);
+    });
     return status;
 }
 

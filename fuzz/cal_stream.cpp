@@ -1,9 +1,5 @@
 // dinmala-cal's stream of dates: what is told of a line does not depend on the lines around it, nor on how the reads
 // fall.
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -13,7 +9,7 @@
 
 #include "almanac/Edition.h"
 #include "cal/Convert.h"
-#include "fuzz/Require.h"
+#include "fuzz/Files.h"
 
 namespace {
 
@@ -21,16 +17,8 @@ using namespace dinmala;
 
 /// What the stream becomes.
 std::string converted(std::string_view input, const cal::Settings& settings, int& status) {
-    const int from = memfd_create("in", 0);
-    const int to = memfd_create("out", 0);
-    require(write(from, input.data(), input.size()) == static_cast<ssize_t>(input.size()), "the input is there");
-    lseek(from, 0, SEEK_SET);
-    status = cal::convertStream(currentEdition().calendar, settings, from, to);
-    std::string text(static_cast<std::size_t>(lseek(to, 0, SEEK_CUR)), '\0');
-    require(pread(to, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size()), "the output is there");
-    close(from);
-    close(to);
-    return text;
+    return writtenBy(
+        input, [&](int from, int to) { status = cal::convertStream(currentEdition().calendar, settings, from, to); });
 }
 
 }  // namespace

@@ -2,15 +2,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "fuzz/Require.h"
+#include "fuzz/Files.h"
 
 /// The generator's own main(), under another name.
 int makeTablesMain(int argc, char** argv);
@@ -19,17 +17,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using dinmala::require;
     namespace fs = std::filesystem;
     if (size == 0) return 0;
-    static const fs::path folder = [] {
-        std::string name = fs::is_directory("/dev/shm") ? "/dev/shm/dinmala-fuzz-XXXXXX" : "/tmp/dinmala-fuzz-XXXXXX";
-        require(mkdtemp(name.data()) != nullptr, "a folder can be made");
-        static const std::string kept = name;
-        std::atexit([] { fs::remove_all(kept); });
-        return fs::path{name};
-    }();
-    const std::string in = folder / "list-2070.txt", out = folder / "out",
-                      lengths = SOURCE_DIR "/calendar/data/month_lengths.txt";
+    const dinmala::TemporaryFolder& folder = dinmala::memoryFolder();
     const std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
-    std::ofstream{in, std::ios::binary} << text;
+    const std::string in = folder.write("list-2070.txt", text), out = folder.path("out"),
+                      lengths = SOURCE_DIR "/calendar/data/month_lengths.txt";
     fs::remove(out);
     const std::vector<std::vector<std::string>> kModes{{"months", out, in},
                                                        {"names", "kOut", out, in},
@@ -54,9 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(!fs::exists(out), "what is refused leaves nothing");
         return 0;
     }
-    std::ostringstream made;
-    made << std::ifstream{out}.rdbuf();
-    const std::string constants = made.str();
+    const std::string constants = folder.read("out");
     require(constants.find("do not edit") != std::string::npos, "constants are made");
     if (mode[0] == "names") {
         // A bar an entry; no name has a quote.

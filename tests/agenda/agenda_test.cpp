@@ -1,8 +1,7 @@
-// What the faces share: days as people write them, months as pages, what is still to come.
+// What the faces share: months as pages, what is still to come.
 #include <gtest/gtest.h>
 
 #include "agenda/MonthPage.h"
-#include "agenda/ReadDay.h"
 #include "agenda/Summary.h"
 #include "agenda/Today.h"
 #include "agenda/Upcoming.h"
@@ -11,18 +10,6 @@ namespace dinmala {
 namespace {
 
 using namespace std::chrono;
-
-TEST(ReadDay, TakesTheCalendarThatTheMonthTells) {
-    const BsCalendar& calendar = currentEdition().calendar;
-    const sys_days day{2026y / 11 / 23};
-    for (const char* text : {"2026-11-23", "Nov 23, 2026", "7 Mangsir 2083", "२०८३ मंसिर ७"}) {
-        const auto found = readDay(text, CalendarKind::ad, calendar);
-        ASSERT_TRUE(found) << text;
-        EXPECT_EQ(found->day, day) << text;
-        EXPECT_EQ(found->bs, bsDate(2083, 8, 7)) << text;
-        EXPECT_EQ(found->told == CalendarKind::ad, text[0] == '2' || text[0] == 'N') << text;
-    }
-}
 
 // Every day of every month stands once, under its weekday.
 TEST(MonthPage, HoldsEachDayUnderItsWeekDay) {

@@ -16,6 +16,7 @@
 #include "almanac/Edition.h"
 #include "almanac/YearList.h"
 #include "base/DateText.h"
+#include "base/Text.h"
 #include "panchanga/Panchanga.h"
 #include "tests/support/Fingerprint.h"
 
@@ -25,14 +26,6 @@ namespace {
 using Texts = std::vector<std::string>;
 
 int numberOf(std::string_view digits) { return readNumber(digits).value_or(0); }
-
-std::string joined(const Texts& texts, const std::string& between = " ") {
-    std::string all;
-    for (const std::string& text : texts) {
-        all += (all.empty() ? "" : between) + text;
-    }
-    return all;
-}
 
 std::size_t utf16Length(std::string_view text) {
     return static_cast<std::size_t>(
@@ -123,18 +116,18 @@ public:
         }
         std::sort(unnamed.begin(), unnamed.end());
         if (fact == "name") return std::string(names_.contains(key) ? names_.at(key) : "");
-        const std::map<std::string, std::string> answers{{"years", joined(years)},
+        const std::map<std::string, std::string> answers{{"years", joined(years, " ")},
                                                          {"tokens", std::to_string(count)},
                                                          {"names", std::to_string(names_.size())},
                                                          {"fingerprint", std::to_string(letters)},
                                                          {"last-id", std::to_string(lastId)},
-                                                         {"ids-without-name", joined(idsWithoutName)},
-                                                         {"ids-not-used", joined(unused)},
+                                                         {"ids-without-name", joined(idsWithoutName, " ")},
+                                                         {"ids-not-used", joined(unused, " ")},
                                                          {"shortest-name", std::to_string(shortest)},
                                                          {"longest-name", std::to_string(longest)},
                                                          {"names-with-separator", std::to_string(separators)},
-                                                         {"tokens-without-name", joined(unnamed)},
-                                                         {"tokens-twice", joined(twice)}};
+                                                         {"tokens-without-name", joined(unnamed, " ")},
+                                                         {"tokens-twice", joined(twice, " ")}};
         return answers.contains(fact) ? answers.at(fact) : "no such fact";
     }
 
@@ -164,7 +157,7 @@ public:
                     if (!byDay.contains(text)) leftOut.push_back(text);
                 }
             }
-            return joined(leftOut);
+            return joined(leftOut, " ");
         }
         const auto onDay = byDay.find(key);
         const std::map<std::string, std::string> answers{
@@ -175,13 +168,13 @@ public:
             {"most-a-day", std::to_string(most)},
             {"at-most-a-day", most <= 6 ? "6" : std::to_string(most)},
             {"names", std::to_string(list.size() - unnamed.size())},
-            {"ids-without-name", joined(unnamed)},
+            {"ids-without-name", joined(unnamed, " ")},
             {"count", std::to_string(std::count(list.begin(), list.end(), key))},
             {"misplaced", std::to_string(misplaced(year))},
             {"days", std::to_string(byDay.size())},
             {"days-of-several", std::to_string(several)},
-            {"days-of", joined(ofSize)},
-            {"days-before-month", joined(early)},
+            {"days-of", joined(ofSize, " ")},
+            {"days-before-month", joined(early, " ")},
             {"tokens-on", std::to_string(onDay == byDay.end() ? 0 : onDay->second)}};
         return answers.contains(fact) ? answers.at(fact) : "no such fact";
     }
@@ -227,7 +220,7 @@ protected:
             const std::string head = std::to_string(10000 + unsigned{date.day} * 100 + unsigned{date.month}).substr(1);
             if (std::find(year.begin(), year.end(), head + token.substr(8)) == year.end()) missing.push_back(token);
         }
-        return joined(missing);
+        return joined(missing, " ");
     }
 
     DataStoreEvents events;

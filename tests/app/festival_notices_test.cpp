@@ -28,7 +28,8 @@ public:
 
 class FestivalNotices : public testing::Test {
 protected:
-    void start() {
+    void start(const char* when = "") {
+        if (*when != '\0') shell.preferences.texts["tell"] = when;
         Platform platform = shell.platform();
         platform.edition = [](EditionId id) -> const Edition& { return builtInEdition(id); };
         platform.notifier = &notifier;
@@ -57,6 +58,11 @@ protected:
         shell.now = moment;
         shell.runLoop.woke();
     }
+    /// How many notices there are after that.
+    std::size_t noticesAt(Moment moment) {
+        goTo(moment);
+        return notifier.notices.size();
+    }
     [[nodiscard]] std::string marks() const {
         std::string result;
         for (const MenuItem& row : rows) result += row.state() == kOnState ? '1' : '0';
@@ -80,8 +86,7 @@ TEST_F(FestivalNotices, ComeOnceChosenAndNotBefore) {
     start();
     EXPECT_EQ(marks(), "100100");
     EXPECT_FALSE(above.isHidden());
-    goTo(nepal(2026, 10, 17, 9, 0));
-    EXPECT_TRUE(notifier.notices.empty());
+    EXPECT_EQ(noticesAt(nepal(2026, 10, 17, 9, 0)), 0u);
     shell.delegate->tellInEvening(nullptr);
     EXPECT_EQ(marks(), "010100");
     ASSERT_EQ(titles(), Strings{"Today: फूलपाति"});  // at once: the evening has passed
@@ -90,32 +95,25 @@ TEST_F(FestivalNotices, ComeOnceChosenAndNotBefore) {
     shell.delegate->tellOfAll(nullptr);
     EXPECT_EQ(marks(), "001010");
     EXPECT_EQ(shell.preferences.texts["tell"] + " " + shell.preferences.texts["tell_of"], "morning all");
-    goTo(nepal(2026, 10, 18, 9, 0));  // told the day before
-    EXPECT_EQ(notifier.notices.size(), 1u);
-    goTo(nepal(2026, 10, 19, 7, 0));
-    EXPECT_EQ(notifier.notices.size(), 2u);
+    EXPECT_EQ(noticesAt(nepal(2026, 10, 18, 9, 0)), 1u);  // told the day before
+    EXPECT_EQ(noticesAt(nepal(2026, 10, 19, 7, 0)), 2u);
     shell.delegate->tellNever(nullptr);
-    goTo(nepal(2026, 10, 20, 9, 0));
-    EXPECT_EQ(notifier.notices.size(), 2u);
+    EXPECT_EQ(noticesAt(nepal(2026, 10, 20, 9, 0)), 2u);
     EXPECT_EQ(kept, "told 2026-10-17\ntold 2026-10-18\ntold 2026-10-19\n");
 }
 
 // Not at the start, when a desktop may have nobody to show it yet; and what was told stays told.
 TEST_F(FestivalNotices, OutliveTheProgram) {
-    shell.preferences.texts["tell"] = "morning";
     shell.now = nepal(2026, 10, 17, 9, 0);
-    start();
+    start("morning");
     EXPECT_TRUE(notifier.notices.empty());
-    goTo(nepal(2026, 10, 17, 9, 1));
-    EXPECT_EQ(notifier.notices.size(), 1u);
+    EXPECT_EQ(noticesAt(nepal(2026, 10, 17, 9, 1)), 1u);
     start();
-    goTo(nepal(2026, 10, 17, 9, 2));
-    EXPECT_EQ(notifier.notices.size(), 1u);
+    EXPECT_EQ(noticesAt(nepal(2026, 10, 17, 9, 2)), 1u);
 
     // Another Dinmala was faster. Lines that are no one's stay, and a damaged one hides no other, nor a day.
     kept = "told 2026-09-49\nleft x\n\xff\nfrom a later version\ntold 2026-10-18";
-    goTo(nepal(2026, 10, 18, 9, 2));
-    EXPECT_EQ(notifier.notices.size(), 1u);
+    EXPECT_EQ(noticesAt(nepal(2026, 10, 18, 9, 2)), 1u);
     goTo(nepal(2026, 10, 19, 9, 2));
     EXPECT_EQ(kept, "told 2026-09-49\nleft x\n\xff\nfrom a later version\ntold 2026-10-18\ntold 2026-10-19\n");
 
@@ -128,30 +126,24 @@ TEST_F(FestivalNotices, OutliveTheProgram) {
 }
 
 TEST_F(FestivalNotices, WaitForSomebodyWhoShowsThem) {
-    shell.preferences.texts["tell"] = "morning";
-    start();
-    goTo(nepal(2026, 10, 17, 9, 0));
-    ASSERT_EQ(notifier.notices.size(), 1u);
+    start("morning");
+    ASSERT_EQ(noticesAt(nepal(2026, 10, 17, 9, 0)), 1u);
     notifier.isReady = false;
     notifier.answer(false);
     EXPECT_EQ(kept, "");
-    goTo(nepal(2026, 10, 17, 9, 1));
-    EXPECT_EQ(notifier.notices.size(), 1u);
+    EXPECT_EQ(noticesAt(nepal(2026, 10, 17, 9, 1)), 1u);
     notifier.isReady = true;
     goTo(nepal(2026, 10, 17, 9, 2));
     notifier.answer(true);
     EXPECT_EQ(notifier.notices.size(), 2u);
-    goTo(nepal(2026, 10, 17, 9, 3));
-    EXPECT_EQ(notifier.notices.size(), 2u);
+    EXPECT_EQ(noticesAt(nepal(2026, 10, 17, 9, 3)), 2u);
     EXPECT_TRUE(said.empty());
 }
 
 TEST_F(FestivalNotices, HaveButtons) {
-    shell.preferences.texts["tell"] = "morning";
-    start();
+    start("morning");
     EXPECT_TRUE(rows[5].isHidden());
-    goTo(nepal(2026, 10, 17, 9, 0));
-    ASSERT_EQ(notifier.notices.size(), 1u);
+    ASSERT_EQ(noticesAt(nepal(2026, 10, 17, 9, 0)), 1u);
     ASSERT_EQ(notifier.notices[0].actions.size(), 2u);
     notifier.choose("default", "token");
     EXPECT_EQ(shown, Strings{"2026-10-17 token"});
@@ -166,9 +158,8 @@ TEST_F(FestivalNotices, HaveButtons) {
 
 // A home that cannot be written: told once in this run all the same, and said once that it may come again.
 TEST_F(FestivalNotices, SayWhenWhatWasToldCannotBeKept) {
-    shell.preferences.texts["tell"] = "morning";
     broken = "/state: no space";
-    start();
+    start("morning");
     for (int minute = 0; minute < 5; ++minute) goTo(nepal(2026, 10, 17, 9, minute));
     goTo(nepal(2026, 10, 18, 9, 0));
     EXPECT_EQ(titles(), (Strings{"Today: फूलपाति", "Today: महाअष्टमी"}));

@@ -44,7 +44,7 @@ TEST_F(Lifecycle, SetsUpTheItemBeforeLaunchingFinishes) {
     EXPECT_EQ(shell.fetched.size(), 1u);
 }
 
-TEST_F(Lifecycle, RefreshesOnceWhenTheMinuteChanges) {
+TEST_F(Lifecycle, RefreshesOnceWhenTheMinuteOrAnotherSessionsChoiceChanges) {
     start();
     const std::uint64_t recorded = shell.delegate->minute();
     EXPECT_FALSE(refreshes(shell.runLoop.tick));
@@ -60,11 +60,6 @@ TEST_F(Lifecycle, RefreshesOnceWhenTheMinuteChanges) {
     EXPECT_EQ(shell.title(), " कार्तिक २ १५:००");
     shell.now -= 60s;  // backward counts as well
     EXPECT_TRUE(refreshes(shell.runLoop.tick));
-}
-
-// What a panel of the same user was told shows here at the next tick, marks included, and once.
-TEST_F(Lifecycle, FollowsChoicesOfAnotherSession) {
-    start();
     shell.preferences.elsewhere = {{"dow", true}};
     EXPECT_TRUE(refreshes(shell.runLoop.tick));
     EXPECT_EQ(shell.title(), " शुक्रवार");

@@ -7,8 +7,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "tests/support/TemporaryFolder.h"
@@ -22,12 +20,13 @@ struct Result {
 };
 
 /// A folder of this process, where the command finds neither preferences nor years unless a test puts them there.
-inline std::filesystem::path testFolder() {
-    return std::filesystem::temp_directory_path() / ("cal_test." + std::to_string(getpid()));
+inline const TemporaryFolder& testFolder() {
+    static const TemporaryFolder folder;
+    return folder;
 }
 
 inline std::string testEnvironment() {
-    const std::string at = testFolder().string();
+    const std::string at = testFolder().path();
     return "env -u DINMALA_EDITION -u NO_COLOR XDG_CONFIG_HOME=" + at + " XDG_DATA_HOME=" + at +
            " XDG_DATA_DIRS=" + at + " ";
 }
@@ -36,14 +35,11 @@ inline std::string testEnvironment() {
 /// has another.
 inline Result run(const std::string& arguments, const std::string& input = "",
                   const std::string& environment = "DINMALA_EDITION=first") {
-    const std::filesystem::path folder = testFolder();
-    std::filesystem::create_directories(folder);
-    std::ofstream{folder / "in"} << input;
-    const std::string at = folder.string();
-    const int status = std::system((testEnvironment() + environment + " " DINMALA_CAL " " + arguments + " <" + at +
-                                    "/in >" + at + "/out 2>" + at + "/err")
-                                       .c_str());
-    return {contentOf(folder / "out"), contentOf(folder / "err"), WEXITSTATUS(status)};
+    const TemporaryFolder& folder = testFolder();
+    const std::string command = testEnvironment() + environment + " " DINMALA_CAL " " + arguments + " <" +
+                                folder.write("in", input) + " >" + folder.path("out") + " 2>" + folder.path("err");
+    const int status = std::system(command.c_str());
+    return {folder.read("out"), folder.read("err"), WEXITSTATUS(status)};
 }
 
 /// What it writes to a terminal, `environment` being "NAME=value" or "".

@@ -34,12 +34,7 @@ TEST(Calendar, DrawsAMonth) {
     // The table's ends, where a neighbour is missing.
     EXPECT_NE(run("1999 1").out.find("         १ 13   २ 14"), std::string::npos);
     EXPECT_NE(run("2099 12").out.find(" २९ 12  ३० 13"), std::string::npos);
-}
-
-// Today is in brackets in its own month, and not in the same month of another year.
-TEST(Calendar, MarksTodayAlone) {
-    EXPECT_NE(run("2070 1 --date 2013-04-14").out.find('['), std::string::npos);
-    EXPECT_EQ(run("2071 1 --date 2013-04-14").out.find('['), std::string::npos);
+    EXPECT_EQ(run("2071 3 --date 2013-06-20").out.find('['), std::string::npos);  // today is of another year
 }
 
 TEST(Calendar, DrawsAYear) {
@@ -66,12 +61,9 @@ TEST(Calendar, SuitsATerminal) {
     EXPECT_EQ(run("--date 2013-06-20").out.find('\033'), std::string::npos);
 }
 
-TEST(Convert, TakesADateInItsForms) {
+TEST(Convert, TakesADateOfEitherCalendar) {
     EXPECT_EQ(run("convert 2013-04-14").out, "2070-01-01\n");
     EXPECT_EQ(run("convert --from bs 2070-01-01").out, "2013-04-14\n");
-    for (const char* text : {"20130514", "2013/5/14", "2013.05.14", "२०१३-०५-१४"}) {
-        EXPECT_EQ(run(std::string{"convert "} + text).out, "2070-01-31\n") << text;
-    }
     EXPECT_EQ(run("convert 2013-04-14 --digits devanagari").out, "२०७०-०१-०१\n");
 }
 
@@ -103,21 +95,15 @@ TEST(Convert, GoesOnAfterABadLine) {
     EXPECT_EQ(bs.err.substr(0, bs.err.find('\n')), "dinmala-cal: line 1: BS 2070-01-32: the month has days 1 to 31");
 }
 
-// A line on the seam of two reads is one line. The whole table goes there and back.
-TEST(Convert, TakesTheWholeTableThereAndBack) {
-    std::string bs;
-    for (int year = 1999; year <= 2099; ++year) {
-        for (int month = 1; month <= 12; ++month) {
-            for (int day = 1; day <= 29; ++day) {
-                char line[16];
-                bs.append(line, static_cast<std::size_t>(
-                                    std::snprintf(line, sizeof line, "%d-%02d-%02d\n", year, month, day)));
-            }
-        }
+// A line on the seam of two reads is one line.
+TEST(Convert, TakesALongStreamThereAndBack) {
+    std::string ad, bs;
+    for (int i = 0; i < 36000; ++i) {
+        ad += "2013-05-" + std::to_string(15 + i % 9) + "\n";
+        bs += "2070-02-0" + std::to_string(1 + i % 9) + "\n";
     }
-    const Result ad = run("convert --from bs", bs);
-    EXPECT_EQ(ad.status, 0);
-    EXPECT_EQ(run("convert", ad.out).out, bs);
+    EXPECT_EQ(run("convert", ad).out, bs);
+    EXPECT_EQ(run("convert --from bs", bs).out, ad);
 }
 
 TEST(Json, IsJsonEverywhere) {
@@ -178,16 +164,16 @@ TEST(Editions, AreChosenAndDiffer) {
     EXPECT_EQ(day("", ""), current);
     EXPECT_EQ(day("", "DINMALA_EDITION=first"), first);
     EXPECT_EQ(day("--edition current", "DINMALA_EDITION=first"), current);
-    std::filesystem::create_directories(testFolder() / "dinmala");
-    std::ofstream{testFolder() / "dinmala/preferences.ini"} << "[other]\nedition=current\n[display]\nedition = first\n";
+    testFolder().write("dinmala/preferences.ini", "[other]\nedition=current\n[display]\nedition = first\n");
     EXPECT_EQ(day("", ""), first);
     EXPECT_EQ(day("", kCurrent), current);
-    std::ofstream{testFolder() / "dinmala/preferences.ini"} << "[display]\nedition=second\n[other]\nedition=first\n";
+    testFolder().write("dinmala/preferences.ini", "[display]\nedition=second\n[other]\nedition=first\n");
     EXPECT_EQ(day("", ""), current);
-    std::filesystem::remove(testFolder() / "dinmala/preferences.ini");
-    ASSERT_EQ(mkfifo((testFolder() / "dinmala/preferences.ini").c_str(), 0600), 0);  // not waited for
+    const std::string preferences = testFolder().path("dinmala/preferences.ini");
+    std::filesystem::remove(preferences);
+    ASSERT_EQ(mkfifo(preferences.c_str(), 0600), 0);  // not waited for
     EXPECT_EQ(day("", ""), current);
-    std::filesystem::remove_all(testFolder());
+    std::filesystem::remove_all(testFolder().path("dinmala"));
     for (const Result& wrong :
          {run("--edition second"), run("--edition ''"), run("2083", "", "DINMALA_EDITION=second")}) {
         EXPECT_EQ(wrong.status, 2);
@@ -269,23 +255,21 @@ TEST(YearFiles, AreWrittenCheckedAndTaken) {
     EXPECT_EQ(run("check-year -", std::string(1 << 20, '#') + "\n").err,
               "dinmala-cal: -: is larger than 1048576 bytes\n");
 
-    const std::filesystem::path folder = testFolder() / "dinmala/almanac";
-    std::filesystem::create_directories(folder);
-    std::ofstream{folder / "2098.txt"} << good;  // refused by its name there, so here too
-    EXPECT_NE(run("check-year " + (folder / "2098.txt").string()).err.find("2098.txt:1: is of the year " + year),
+    testFolder().write("2098.txt", good);  // a folder refuses it by its name, so here too
+    EXPECT_NE(run("check-year " + testFolder().path("2098.txt")).err.find("2098.txt:1: is of the year " + year),
               std::string::npos);
-    std::filesystem::remove(folder / "2098.txt");
-    std::ofstream{folder / (year + ".txt")} << good;
+    const std::string file = "dinmala/almanac/" + year + ".txt";
+    testFolder().write(file, good);
     EXPECT_EQ(run("almanac " + year, "", kCurrent).out, good);
     EXPECT_EQ(run(year + " 1", "", kCurrent).out.find("provisional"), std::string::npos);
     EXPECT_EQ(json::parse(run("explain --json --from bs " + year + "-01-18", "", kCurrent).out)["date"]["yearFromFile"],
               true);
-    std::ofstream{folder / (year + ".txt")} << bad;
+    testFolder().write(file, bad);
     const Result refused = run("almanac " + year, "", kCurrent);
     EXPECT_EQ(refused.out, yearFile(next));
     EXPECT_NE(refused.err.find(year + ".txt:6: "), std::string::npos) << refused.err;
     EXPECT_EQ(run("convert 2013-04-14").err, "");  // the first edition takes no files
-    std::filesystem::remove_all(testFolder());
+    std::filesystem::remove_all(testFolder().path("dinmala"));
 }
 
 // What is explained is what is listed, by the rules that the program carries.

@@ -114,16 +114,8 @@ TEST(ImageFile, GivesNothingForWhatIsNoPicture) {
     EXPECT_LT(mostMemory() - before, 1 << 18);
 }
 
-class BundleOfThisProgram : public testing::Test {
-protected:
-    ~BundleOfThisProgram() override {
-        unsetenv("DINMALA_RESOURCES");
-        unsetenv("DINMALA_SITE_HOST");
-    }
-    TemporaryFolder folder;
-};
-
-TEST_F(BundleOfThisProgram, FindsItsResources) {
+TEST(BundleOfThisProgram, FindsItsResources) {
+    const TemporaryFolder folder;
     folder.write("logo.png", "");
     folder.write("Info.plist", "<plist><dict><key>CFBundleVersion</key><string>7</string></dict></plist>");
     setenv("DINMALA_RESOURCES", folder.path().c_str(), 1);
@@ -136,24 +128,22 @@ TEST_F(BundleOfThisProgram, FindsItsResources) {
     EXPECT_EQ(bundle.pathForResource("../" + folder.path().substr(5) + "/logo", "png"), std::nullopt);
     EXPECT_EQ(bundle.info, (PropertyList{{"CFBundleVersion", std::string("7")},
                                          {"DinmalaSiteHost", std::string("127.0.0.1:8099")}}));
+    unsetenv("DINMALA_RESOURCES");
+    unsetenv("DINMALA_SITE_HOST");
 }
 
 // The two files that are shipped, read as the program reads them.
-TEST_F(BundleOfThisProgram, ShipsItsPropertyLists) {
+TEST(BundleOfThisProgram, ShipsItsPropertyLists) {
     const Bundle bundle = makeBundle("/opt/dinmala", RESOURCES);
     EXPECT_EQ(bundle.info, (PropertyList{{"CFBundleName", std::string("Dinmala")},
                                          {"CFBundleShortVersionString", std::string(VERSION)},
                                          {"CFBundleVersion", std::string("1")},
                                          {"DinmalaSiteHost", std::string("dinmala.invalid")}}));
-    EXPECT_EQ(readPropertyList(bundle.pathForResource("Settings", "plist").value_or("")),
-              (PropertyList{{"icon", false},
-                            {"year", false},
-                            {"month", true},
-                            {"day", true},
-                            {"dow", false},
-                            {"time", true},
-                            {"tithi", false},
-                            {"event", false}}));
+    const auto settings = readPropertyList(bundle.pathForResource("Settings", "plist").value_or(""));
+    ASSERT_TRUE(settings && settings->size() == 8);
+    for (const auto& [key, value] : *settings) {
+        EXPECT_EQ(value, PropertyValue(key == "month" || key == "day" || key == "time")) << key;
+    }
 }
 
 }  // namespace

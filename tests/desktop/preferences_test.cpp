@@ -16,6 +16,10 @@ protected:
     KeyFilePreferences open() {
         return {path, [this](const std::string& message) { told.push_back(message); }};
     }
+    static bool choose(KeyFilePreferences& preferences, std::string_view key, bool value = true) {
+        preferences.setBoolForKey(value, key);
+        return preferences.synchronize();
+    }
     void write(std::string_view text) const { folder.write("preferences.ini", text); }
     [[nodiscard]] std::string read() const { return contentOf(path); }
 
@@ -30,8 +34,7 @@ TEST_F(PreferenceFile, KeepsChoicesAcrossRunsAndMakesItsFolder) {
         KeyFilePreferences first(deep, {});
         EXPECT_FALSE(first.boolForKey("month"));
         first.setBoolForKey(true, "month");
-        first.setBoolForKey(false, "icon");
-        EXPECT_TRUE(first.synchronize());
+        EXPECT_TRUE(choose(first, "icon", false));
     }
     KeyFilePreferences second(deep, {});
     EXPECT_TRUE(second.boolForKey("month"));
@@ -52,14 +55,10 @@ TEST_F(PreferenceFile, KeepsChoicesAcrossRunsAndMakesItsFolder) {
 // A save at every refresh would wear out the disk and hide an edit made by hand.
 TEST_F(PreferenceFile, IsWrittenOnlyWhenAChoiceHasChanged) {
     write("[display]\nmonth=true\n");
+    std::filesystem::last_write_time(path, {});
     KeyFilePreferences preferences = open();
-    struct stat before {};
-    ASSERT_EQ(stat(path.c_str(), &before), 0);
-    preferences.setBoolForKey(true, "month");
-    EXPECT_TRUE(preferences.synchronize());
-    struct stat after {};
-    ASSERT_EQ(stat(path.c_str(), &after), 0);
-    EXPECT_EQ(before.st_ino, after.st_ino);
+    EXPECT_TRUE(choose(preferences, "month"));
+    EXPECT_EQ(std::filesystem::last_write_time(path), std::filesystem::file_time_type{});
 }
 
 // The last choice is what it was once another line follows it.
@@ -67,8 +66,7 @@ TEST_F(PreferenceFile, ReadsACarriageReturnAtTheEndOfTheFile) {
     write("[display]\r\nmonth=true\r\ntime=true\r");
     KeyFilePreferences preferences = open();
     EXPECT_TRUE(preferences.boolForKey("time"));
-    preferences.setBoolForKey(true, "day");
-    EXPECT_TRUE(preferences.synchronize());
+    EXPECT_TRUE(choose(preferences, "day"));
     EXPECT_TRUE(open().boolForKey("time"));
 }
 
@@ -84,8 +82,7 @@ TEST_F(PreferenceFile, LeavesWhatElseStandsInTheFile) {
 
     // Without a file to add to, everything that holds in this run is written.
     std::filesystem::remove(path);
-    preferences.setBoolForKey(true, "dow");
-    ASSERT_TRUE(preferences.synchronize());
+    ASSERT_TRUE(choose(preferences, "dow"));
     EXPECT_EQ(read(), "[display]\nday=false\ndow=true\nfuture=3;4\nyear=true\n");
 }
 
@@ -95,10 +92,8 @@ TEST_F(PreferenceFile, TwoProgramsKeepEachOthersChoices) {
     write("[display]\nicon=false\nyear=false\nmonth=true\n");
     KeyFilePreferences first = open();
     KeyFilePreferences second = open();
-    first.setBoolForKey(true, "year");
-    ASSERT_TRUE(first.synchronize());
-    second.setBoolForKey(true, "tithi");
-    ASSERT_TRUE(second.synchronize());
+    ASSERT_TRUE(choose(first, "year"));
+    ASSERT_TRUE(choose(second, "tithi"));
     EXPECT_EQ(read(), "[display]\nicon=false\nyear=true\nmonth=true\ntithi=true\n");
 
     // The flag alone, where the year was off all the time.
@@ -115,18 +110,15 @@ TEST_F(PreferenceFile, FollowsWhatIsChosenElsewhere) {
     KeyFilePreferences first = open();
     EXPECT_FALSE(first.reload());
     KeyFilePreferences second = open();
-    second.setBoolForKey(false, "year");
-    ASSERT_TRUE(second.synchronize());
+    ASSERT_TRUE(choose(second, "year", false));
     EXPECT_FALSE(second.reload());  // its own
     EXPECT_TRUE(first.reload());
     EXPECT_FALSE(first.boolForKey("year"));
     EXPECT_FALSE(first.reload());
 
     // Another saves between the look and the save: seen at the next look.
-    second.setBoolForKey(true, "tithi");
-    ASSERT_TRUE(second.synchronize());
-    first.setBoolForKey(false, "month");
-    ASSERT_TRUE(first.synchronize());
+    ASSERT_TRUE(choose(second, "tithi"));
+    ASSERT_TRUE(choose(first, "month", false));
     EXPECT_TRUE(first.reload());
     EXPECT_TRUE(first.boolForKey("tithi"));
 
@@ -162,8 +154,7 @@ TEST_F(PreferenceFile, KeepsACorruptFileAside) {
         const std::string text = (told.empty() ? "not a key file: " : std::string(1, '\0')) + name;
         write(text);
         KeyFilePreferences preferences = open();
-        preferences.setBoolForKey(true, "time");
-        EXPECT_TRUE(preferences.synchronize());
+        EXPECT_TRUE(choose(preferences, "time"));
         EXPECT_EQ(folder.read(name), text);
         EXPECT_TRUE(open().boolForKey("time"));
         ASSERT_FALSE(told.empty());
@@ -177,8 +168,7 @@ TEST_F(PreferenceFile, ReplacesTheFileThatALinkNames) {
     std::filesystem::create_symlink("dotfiles/mine.ini", path);
     std::filesystem::permissions(folder.path("dotfiles/mine.ini"), std::filesystem::perms(0640));
     KeyFilePreferences preferences = open();
-    preferences.setBoolForKey(true, "year");
-    ASSERT_TRUE(preferences.synchronize());
+    ASSERT_TRUE(choose(preferences, "year"));
     EXPECT_TRUE(std::filesystem::is_symlink(path));
     EXPECT_EQ(folder.read("dotfiles/mine.ini"), "[display]\nday=true\nyear=true\n");
     EXPECT_EQ(std::filesystem::status(folder.path("dotfiles/mine.ini")).permissions(), std::filesystem::perms(0640));
@@ -188,8 +178,7 @@ TEST_F(PreferenceFile, ReplacesTheFileThatALinkNames) {
     std::filesystem::create_symlink(folder.path("dotfiles/link"), path);
     std::filesystem::create_symlink("later/new.ini", folder.path("dotfiles/link"));
     KeyFilePreferences dangling = open();
-    dangling.setBoolForKey(true, "dow");
-    ASSERT_TRUE(dangling.synchronize());
+    ASSERT_TRUE(choose(dangling, "dow"));
     EXPECT_TRUE(std::filesystem::is_symlink(path));
     EXPECT_EQ(folder.read("dotfiles/later/new.ini"), "[display]\ndow=true\n");
 }
@@ -201,10 +190,7 @@ TEST_F(PreferenceFile, NeverReplacesWhatItCannotRead) {
     const auto refuses = [this](const std::string& what) {
         told.clear();
         KeyFilePreferences preferences = open();
-        for (const std::string_view key : {"day", "year"}) {
-            preferences.setBoolForKey(true, key);
-            EXPECT_FALSE(preferences.synchronize()) << what;
-        }
+        for (const std::string_view key : {"day", "year"}) EXPECT_FALSE(choose(preferences, key)) << what;
         EXPECT_EQ(told.size(), 1U) << what;
         EXPECT_NE(told.at(0).find(path), std::string::npos) << told[0];
         EXPECT_TRUE(preferences.boolForKey("day")) << what;

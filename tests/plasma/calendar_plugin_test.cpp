@@ -36,7 +36,7 @@ protected:
         return std::to_string(date.year) + "-" + std::to_string(date.month) + "-" + std::to_string(date.day);
     }
 
-    inline static const TemporaryFolder home_;
+    inline static const TemporaryFolder home_{};
     QPluginLoader loader_;
     CalendarEventsPlugin* plugin_ = nullptr;
     QMultiHash<QDate, EventData> events;
@@ -92,12 +92,12 @@ TEST_F(CalendarOfPlasma, FollowsTheEditionThatIsChosen) {
 
 // Whoever asks for all of time gets what there is; nobody is kept waiting for a year that is flipped through.
 TEST_F(CalendarOfPlasma, EndsWhereTheCalendarEnds) {
-    ask(QDate(1900, 1, 1), QDate(1900, 2, 1));
-    EXPECT_TRUE(dates.isEmpty());
-    ask(QDate(2026, 2, 1), QDate(2026, 1, 1));
-    EXPECT_TRUE(dates.isEmpty());
-    ask(QDate(), QDate(2026, 1, 1));
-    EXPECT_TRUE(dates.isEmpty());
+    for (const auto& [from, to] : {std::pair{QDate(1900, 1, 1), QDate(1900, 2, 1)},
+                                   {QDate(2026, 2, 1), QDate(2026, 1, 1)},
+                                   {QDate(), QDate(2026, 1, 1)}}) {
+        ask(from, to);
+        EXPECT_TRUE(dates.isEmpty());
+    }
     ask(QDate(1942, 4, 12), QDate(1942, 4, 14));
     EXPECT_EQ(dates.size(), 2);
     ask(QDate(2043, 4, 1), QDate(9999, 1, 1));

@@ -15,6 +15,9 @@
 
 namespace dinmala::test {
 
+/// The eight toggles, in the order of the title.
+inline constexpr const char* kKeys[] = {"icon", "year", "month", "day", "dow", "time", "tithi", "event"};
+
 class FakePreferences : public Preferences {
 public:
     [[nodiscard]] bool boolForKey(std::string_view key) const override {
@@ -43,7 +46,7 @@ public:
     /// The keys that are on, in the order of the title.
     [[nodiscard]] std::string on() const {
         std::string result;
-        for (const char* key : {"icon", "year", "month", "day", "dow", "time", "tithi", "event"}) {
+        for (const char* key : kKeys) {
             if (boolForKey(key)) result += (result.empty() ? "" : " ") + std::string{key};
         }
         return result;
@@ -184,10 +187,12 @@ public:
         return text + " | " + marks();
     }
 
-    /// The marks of the eight toggles, flag first: "0111..." style.
+    /// The keys whose toggles are marked.
     [[nodiscard]] std::string marks() const {
         std::string result;
-        for (const MenuItem& toggle : toggles) result += toggle.state() == kOnState ? '1' : '0';
+        for (std::size_t i = 0; i < std::size(kKeys); ++i) {
+            if (toggles[i].state() == kOnState) result += (result.empty() ? "" : " ") + std::string{kKeys[i]};
+        }
         return result;
     }
 

@@ -21,8 +21,8 @@ namespace dinmala {
 /// A folder that is gone at the end.
 class TemporaryFolder {
 public:
-    TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "dinmala-test-XXXXXX").string();
+    explicit TemporaryFolder(const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+        std::string name = (parent / "dinmala-test-XXXXXX").string();
         path_ = mkdtemp(name.data());
     }
     ~TemporaryFolder() {

@@ -12,6 +12,17 @@
 namespace dinmala::tools {
 namespace {
 
+/// The error that `read` throws, or nothing.
+template <typename Read>
+std::string errorOf(Read read) {
+    try {
+        read();
+        return {};
+    } catch (const FileError& error) {
+        return error.text;
+    }
+}
+
 TEST(YearLists, ComeBackAsTheyWereWritten) {
     const std::string text = "0101 428 5 542\n3001 216 216  # 216: twice\n";
     std::istringstream file{"# head\n" + text};
@@ -23,23 +34,8 @@ TEST(YearLists, ComeBackAsTheyWereWritten) {
     EXPECT_EQ(writeYearList(plain), "0101 428 5\n3001 216 7  # 216: once; 7: again\n");
     for (const char* bad : {"101 5", "0101", "0101 x", "0l01 5", "0101 1000"}) {
         std::istringstream wrong{std::string("# head\n") + bad + "\n"};
-        try {
-            (void)readYearList(wrong, "list.txt");
-            ADD_FAILURE() << bad;
-        } catch (const FileError& error) {
-            EXPECT_EQ(error.text.compare(0, 11, "list.txt:2:"), 0) << error.text;
-        }
-    }
-}
-
-/// The error that `read` throws, or nothing.
-template <typename Read>
-std::string errorOf(Read read) {
-    try {
-        read();
-        return {};
-    } catch (const FileError& error) {
-        return error.text;
+        const std::string error = errorOf([&] { (void)readYearList(wrong, "list.txt"); });
+        EXPECT_EQ(error.compare(0, 11, "list.txt:2:"), 0) << bad << " -> " << error;
     }
 }
 

@@ -21,8 +21,7 @@ protected:
         ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
         // What a program finds that a shell started with its output in a pipe.
         ASSERT_EQ(fcntl(ends[1], F_SETFL, 0), 0);
-        face.emplace([this] { ++quits; }, ends[1]);
-        item = face->statusItemWithLength(-1.0);
+        open(ends[1]);
     }
     void TearDown() override {
         face.reset();
@@ -30,6 +29,11 @@ protected:
         close(ends[1]);
     }
 
+    template <typename... Form>
+    void open(int output, Form&&... form) {
+        face.emplace([this] { ++quits; }, output, std::forward<Form>(form)...);
+        item = face->statusItemWithLength(-1.0);
+    }
     void closeReader() {
         if (ends[0] >= 0) close(std::exchange(ends[0], -1));
     }
@@ -40,12 +44,14 @@ protected:
         item->setTitle(std::nullopt);
         if (image) item->setImage(std::move(image));
         if (title) item->setTitle(std::move(title));
+        runDueSources();
     }
 
+    /// All that there is to read, and what is written as room is made.
     std::string readAll() {
         std::string text;
         std::array<char, 4096> buffer;
-        for (ssize_t n = 0; (n = read(ends[0], buffer.data(), buffer.size())) > 0;)
+        for (ssize_t n = 0; (n = read(ends[0], buffer.data(), buffer.size())) > 0; runDueSources())
             text.append(buffer.data(), static_cast<std::size_t>(n));
         return text;
     }
@@ -66,14 +72,10 @@ TEST_F(LinesFaceOverAPipe, EveryRefreshGivesOneLineByteForByte) {
     EXPECT_EQ(readAll(), "");
 
     refresh(" बैशाख ७ ०६:३०");
-    runDueSources();
     EXPECT_TRUE(shown);
     refresh(" बैशाख ७ ०६:३०");
-    runDueSources();
     refresh(std::nullopt, std::make_shared<Image>());
-    runDueSources();
     refresh("two\nlines ");
-    runDueSources();
     EXPECT_EQ(readAll(), " बैशाख ७ ०६:३०\n बैशाख ७ ०६:३०\n🇳🇵\ntwo lines \n");
     EXPECT_EQ(quits, 0);
 }
@@ -84,12 +86,8 @@ TEST_F(LinesFaceOverAPipe, BarsGetObjectsThatTheyCanRead) {
     EXPECT_EQ(lineFormNamed("xml"), std::nullopt);  // main ends with a message
     const DaySummary day{"7 <मंसिर> & \"8\"\nपूर्णिमा\xff", true, true};
     const auto lines = [&](LineForm form) {
-        face.emplace([this] { ++quits; }, ends[1], form, [&day] { return DaySummary{day}; });
-        item = face->statusItemWithLength(-1.0);
-        for (const char* title : {"first", "a <b> & \"c\"\n\\"}) {
-            refresh(title);
-            runDueSources();
-        }
+        open(ends[1], form, [&day] { return DaySummary{day}; });
+        for (const char* title : {"first", "a <b> & \"c\"\n\\"}) refresh(title);
         return readAll();
     };
     EXPECT_EQ(lines(LineForm::waybar),
@@ -109,27 +107,20 @@ TEST_F(LinesFaceOverAPipe, BarsGetObjectsThatTheyCanRead) {
     EXPECT_TRUE(parsed[1][0].contains("color"));
     EXPECT_EQ(parsed[0][0]["_class"], (nlohmann::json{"holiday", "provisional"}));
 
-    face.emplace([this] { ++quits; }, ends[1], LineForm::i3bar, nullptr);
-    item = face->statusItemWithLength(-1.0);
+    open(ends[1], LineForm::i3bar, nullptr);
     const std::string filler(4000, 'x');
-    for (int i = 0; i < 50; ++i) {  // more than the pipe holds
-        refresh(filler);
-        runDueSources();
-    }
-    std::string text;
-    for (std::string more; !(more = readAll()).empty(); runDueSources()) text += more;
+    for (int i = 0; i < 50; ++i) refresh(filler);  // more than the pipe holds
+    std::string text = readAll();
     EXPECT_TRUE(text.starts_with(header));
     EXPECT_TRUE(nlohmann::json::accept(text.substr(header.size()) + "[]]"));
 }
 
 TEST_F(LinesFaceOverAPipe, AReaderThatLeavesEndsItBeforeTheNextLine) {
     refresh("one");
-    runDueSources();
     closeReader();
     runDueSources();
     EXPECT_EQ(quits, 1);
     refresh("nobody reads this");  // SIGPIPE would end the test here
-    runDueSources();
     EXPECT_EQ(quits, 1);
 }
 
@@ -137,7 +128,6 @@ TEST_F(LinesFaceOverAPipe, AReaderThatLeavesEndsItBeforeTheNextLine) {
 TEST_F(LinesFaceOverAPipe, AReaderThatLeavesAtTheLastMomentEndsItQuietly) {
     const LoopSource leaving = LoopSource::idle([this] { closeReader(); });
     refresh("nobody reads this");
-    runDueSources();
     EXPECT_EQ(quits, 1);
 }
 
@@ -146,10 +136,9 @@ TEST_F(LinesFaceOverAPipe, AReaderThatLeavesAtTheLastMomentEndsItQuietly) {
 TEST_F(LinesFaceOverAPipe, AReaderThatOnlyStopsReadingEndsItToo) {
     int socket[2];
     ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, socket), 0);
-    face.emplace([this] { ++quits; }, socket[1]);
-    item = face->statusItemWithLength(-1.0);
+    open(socket[1]);
     shutdown(socket[0], SHUT_RD);
-    refresh("nobody reads this");
+    item->setTitle("nobody reads this");
     for (int i = 0; i < 1000 && quits == 0; ++i) g_main_context_iteration(nullptr, FALSE);
     EXPECT_EQ(quits, 1);
     face.reset();
@@ -160,15 +149,10 @@ TEST_F(LinesFaceOverAPipe, AReaderThatOnlyStopsReadingEndsItToo) {
 // it spin (runDueSources would not return), and wakes to whole lines and the newest.
 TEST_F(LinesFaceOverAPipe, ASlowReaderGetsWholeLinesAndTheNewest) {
     const std::string line(1000, 'x');
-    for (int i = 0; i < 200; ++i) {
-        refresh(line);
-        runDueSources();
-    }
+    for (int i = 0; i < 200; ++i) refresh(line);
     refresh("newest");
-    runDueSources();
 
-    std::string text;
-    for (std::string more; !(more = readAll()).empty(); runDueSources()) text += more;
+    std::string text = readAll();
     ASSERT_TRUE(text.ends_with("\nnewest\n"));
     text.resize(text.size() - 7);
     EXPECT_GT(text.size(), 50'000U);

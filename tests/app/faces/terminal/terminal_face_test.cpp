@@ -21,13 +21,10 @@
 
 #include "tests/app/faces/terminal/FakeMenu.h"
 
-namespace {
-constexpr const char* kFaceArgument = "--face";
-}
-
 namespace dinmala {
 namespace {
 
+constexpr const char* kFaceArgument = "--face";
 constexpr int kPatience = 10'000;  // milliseconds; only a fault takes that long
 
 class TerminalFaceInATerminal : public testing::Test {
@@ -100,20 +97,16 @@ TEST_F(TerminalFaceInATerminal, AKeyFlipsAToggleAndQuittingRestores) {
     ASSERT_TRUE(sees(" बैशाख ७"));
     ASSERT_TRUE(sees("1 [ ] Year"));
     ASSERT_TRUE(sees("shown"));
-    type("1");
-    ASSERT_TRUE(sees("1 [x] Year"));
-    type("j ");
-    ASSERT_TRUE(sees("cannot keep it"));
-    type("c");
-    ASSERT_TRUE(sees("मंसिर २०८३"));
-    type("u");
-    ASSERT_TRUE(sees("Upcoming"));
-    type("\x1b");
-    ASSERT_TRUE(sees("मंसिर २०८३"));
-    type("d");
-    ASSERT_TRUE(sees("western is kept"));
-    type("c");
-    ASSERT_TRUE(sees("1 [x] Year"));
+    for (const auto& [keys, shown] : {std::pair{"1", "1 [x] Year"},
+                                      {"j ", "cannot keep it"},
+                                      {"c", "मंसिर २०८३"},
+                                      {"u", "Upcoming"},
+                                      {"\x1b", "मंसिर २०८३"},
+                                      {"d", "western is kept"},
+                                      {"c", "1 [x] Year"}}) {
+        type(keys);
+        ASSERT_TRUE(sees(shown)) << keys;
+    }
     type("q");
     EXPECT_EQ(ends(), 0);
     expectTerminalRestored();
@@ -178,7 +171,7 @@ void runFace() {
 // A child starts this program anew: a process that was only forked has no thread
 // left to tell its main loop of signals.
 int main(int argc, char** argv) {
-    if (argc == 2 && std::strcmp(argv[1], kFaceArgument) == 0) {
+    if (argc == 2 && std::strcmp(argv[1], dinmala::kFaceArgument) == 0) {
         dinmala::runFace();
         return 0;
     }

@@ -137,18 +137,13 @@ TEST_F(TerminalViewTest, ASubmenuOpensAndClosesInPlace) {
 // Paged away, the marked row would be run or opened unseen: the key brings it back first.
 TEST_F(TerminalViewTest, ARowOutOfSightComesIntoViewBeforeItIsChosen) {
     screen(60, 5);
-    static_cast<void>(view.press(Key::end));
-    static_cast<void>(view.press(Key::pageUp));
-    static_cast<void>(view.press(Key::pageUp));
+    for (const Key key : {Key::end, Key::pageUp, Key::pageUp}) EXPECT_EQ(view.press(key), nullptr);
     EXPECT_EQ(screen(60, 5).find("> Quit"), std::string::npos);
     EXPECT_EQ(view.press(Key::choose), nullptr);
     EXPECT_NE(screen(60, 5).find("> Quit"), std::string::npos);
     EXPECT_EQ(view.press(Key::choose), quit);
 
-    static_cast<void>(view.press(Key::home));
-    static_cast<void>(view.press(Key::pageDown));
-    static_cast<void>(view.press(Key::pageDown));
-    EXPECT_EQ(view.press(Key::right), nullptr);
+    for (const Key key : {Key::home, Key::pageDown, Key::pageDown, Key::right}) EXPECT_EQ(view.press(key), nullptr);
     EXPECT_NE(screen(60, 5).find("▸ Today"), std::string::npos);  // not opened
 }
 
