@@ -34,6 +34,8 @@ std::string dateWords(std::chrono::sys_days day, Language language, Digits digit
     return words(unsigned{date.day()}, adMonthName(date.month(), language), int{date.year()}, digits);
 }
 
+std::string dayArgument(std::chrono::sys_days day) { return dateWords(day, Language::english, Digits::western); }
+
 std::string clockText(std::chrono::local_time<std::chrono::minutes> minute) {
     const auto ofDay = static_cast<std::uint64_t>((minute - std::chrono::floor<std::chrono::days>(minute)).count());
     return padded(ofDay / 60, 2) + ":" + padded(ofDay % 60, 2);

@@ -19,6 +19,10 @@ namespace dinmala {
 /// "२३ नोभेम्बर २०२६", "23 November 2026".
 [[nodiscard]] std::string dateWords(std::chrono::sys_days day, Language language, Digits digits);
 
+/// An AD day as another program of ours takes it: "23 November 2026", which readDay() takes for the same day whatever
+/// calendar it assumes and in every edition.
+[[nodiscard]] std::string dayArgument(std::chrono::sys_days day);
+
 /// "06:28", the time of day.
 [[nodiscard]] std::string clockText(std::chrono::local_time<std::chrono::minutes> minute);
 /// "शुक्ल चतुर्दशी" or "Shukla Chaturdashi"; the list's name where that is no tithi.

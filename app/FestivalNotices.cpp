@@ -219,7 +219,7 @@ void AppDelegate::tell(const FestivalNotice& due) {
         });
     };
     const auto chosen = [this, day = first.day, id = event.id](const std::string& key, const std::string& token) {
-        if (key == kShow && platform_.showDay) platform_.showDay(dateText(day), token);
+        if (key == kShow && platform_.showDay) platform_.showDay(day, token);
         if (key != kLeave) return;
         told_.left.push_back(id);
         keepTold([&](const std::string& text) { return withLine(text, leftLine(id)); });

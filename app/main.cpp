@@ -212,8 +212,8 @@ int run(const FaceChoice& choice, LineForm lineForm, std::optional<EditionId> ed
         return error == 0 ? std::string{} : state.path() + ": " + errorText(error);
     };
     if (const std::string window = windowProgram(bundle.bundlePath); !window.empty()) {
-        platform.showDay = [&, window](const std::string& date, const std::string& token) {
-            startProgram({window, "--date", date}, token, tell);
+        platform.showDay = [&, window](std::chrono::sys_days day, const std::string& token) {
+            startProgram({window, "--date", dayArgument(day)}, token, tell);
         };
     }
     platform.statusItemWithLength = [&](double length) { return face->statusItemWithLength(length); };

@@ -2,6 +2,7 @@
 /// No system header is included here.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -44,8 +45,8 @@ struct Platform {
     /// Changes the text of what was told of festivals, as StateFile::change(); gives why it could not be kept, "" when
     /// it was. Without it nothing is kept.
     std::function<std::string(const ChangeText& change)> changeState = nullptr;
-    /// Shows an AD date, "2026-11-23", in the month window. Without it there is none.
-    std::function<void(const std::string& date, const std::string& token)> showDay = nullptr;
+    /// Shows a day in the month window. Without it there is none.
+    std::function<void(std::chrono::sys_days day, const std::string& token)> showDay = nullptr;
 
     /// A new item in the status bar.
     std::function<std::unique_ptr<StatusItem>(double length)> statusItemWithLength;

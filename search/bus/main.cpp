@@ -62,8 +62,7 @@ int run() {
     };
     if (const std::string window = windowProgram(makeBundle().bundlePath); !window.empty()) {
         doors.open = [window](std::chrono::sys_days day, const std::string& token) {
-            // An AD date, which is the same day in every edition.
-            startProgram({window, "--date", dateWords(day, Language::english, Digits::western)}, token, say);
+            startProgram({window, "--date", dayArgument(day)}, token, say);
         };
     }
     sigc::connection idle;

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "agenda/MonthPage.h"
+#include "agenda/ReadDay.h"
+#include "agenda/Sentences.h"
 #include "agenda/Summary.h"
 #include "agenda/Today.h"
 #include "agenda/Upcoming.h"
@@ -10,6 +12,18 @@ namespace dinmala {
 namespace {
 
 using namespace std::chrono;
+
+// A window that is opened at a day assumes a BS date: "2026-10-17" would be one of 1970.
+TEST(ReadDay, TakesWhatIsHandedOverForThatDayAlone) {
+    for (const Edition* edition : {&firstEdition(), &currentEdition()}) {
+        const BsCalendar& calendar = edition->calendar;
+        for (const sys_days day : {sys_days{2026y / 10 / 17}, calendar.firstDay(), calendar.lastDay()}) {
+            const auto found = readDay(dayArgument(day), CalendarKind::bs, calendar);
+            ASSERT_TRUE(found) << dayArgument(day);
+            EXPECT_EQ(found->day, day);
+        }
+    }
+}
 
 // Every day of every month stands once, under its weekday.
 TEST(MonthPage, HoldsEachDayUnderItsWeekDay) {

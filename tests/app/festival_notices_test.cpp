@@ -2,6 +2,7 @@
 // buttons.
 #include <gtest/gtest.h>
 
+#include "base/DateText.h"
 #include "tests/support/FakePlatform.h"
 
 namespace dinmala {
@@ -38,8 +39,8 @@ protected:
             if (text && broken.empty()) kept = *text;
             return text ? broken : "";
         };
-        platform.showDay = [this](const std::string& date, const std::string& token) {
-            shown.push_back(date + " " + token);
+        platform.showDay = [this](std::chrono::sys_days day, const std::string& token) {
+            shown.push_back(dateText(day) + " " + token);
         };
         platform.tell = [this](const std::string& message) { said.push_back(message); };
         Outlets outlets = shell.outlets();
