@@ -21,6 +21,22 @@ std::string numbered(const DateFields& date) {
     return dateText(bsDate(*date.year, static_cast<unsigned>(date.month), static_cast<unsigned>(date.day)));
 }
 
+/// That Nepal has not published a day's year, and how sure the reckoning is; empty for one that it has.
+std::string unpublishedNote(BsYear bsYear, Grade grade) {
+    const std::string year = std::to_string(int{bsYear});
+    switch (grade) {
+        case Grade::published:
+            break;
+        case Grade::sure:
+            return tr("Nepal has not published BS {1} yet: this day is reckoned, and surely so", {year});
+        case Grade::near:
+            return tr("Nepal has not published BS {1} yet: this day is reckoned, and could be a day off", {year});
+        case Grade::open:
+            return tr("Nepal has not published BS {1} yet: the reckoning leaves this day open", {year});
+    }
+    return {};
+}
+
 std::string adText(std::chrono::sys_days day) { return dateText(std::chrono::year_month_day{day}); }
 
 }  // namespace
@@ -85,22 +101,24 @@ std::string distanceWords(std::chrono::days fromToday, Digits digits) {
 }
 
 std::string trustNote(const AlmanacDay& day) {
-    const std::string year = std::to_string(int{day.date.year});
-    switch (day.grade) {
-        case Grade::published:
-            break;
-        case Grade::sure:
-            return tr("Nepal has not published BS {1} yet: this day is reckoned, and surely so", {year});
-        case Grade::near:
-            return tr("Nepal has not published BS {1} yet: this day is reckoned, and could be a day off", {year});
-        case Grade::open:
-            return tr("Nepal has not published BS {1} yet: the reckoning leaves this day open", {year});
-    }
+    if (day.grade != Grade::published) return unpublishedNote(day.date.year, day.grade);
     for (const Event& event : day.events) {
-        if (event.grade == Grade::open) {
-            return tr("the reckoning leaves open whether {1} is on this day", {event.name});
-        }
+        if (event.grade == Grade::open) return trustNote(day, event);
     }
+    return {};
+}
+
+Grade gradeOf(const AlmanacDay& day, const Event& event) {
+    if (day.grade != Grade::published) return std::max(day.grade, event.grade);
+    return event.grade > Grade::sure ? event.grade : Grade::published;
+}
+
+std::string trustNote(const AlmanacDay& day, const Event& event, Language language) {
+    const Grade grade = gradeOf(day, event);
+    if (day.grade != Grade::published) return unpublishedNote(day.date.year, grade);
+    const std::string name{eventName(event, language)};
+    if (grade == Grade::near) return tr("{1}: may be a day earlier or later", {name});
+    if (grade == Grade::open) return tr("the reckoning leaves open whether {1} is on this day", {name});
     return {};
 }
 

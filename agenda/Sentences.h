@@ -39,8 +39,15 @@ namespace dinmala {
 /// "today", "tomorrow", "in 12 days", "yesterday", "12 days ago".
 [[nodiscard]] std::string distanceWords(std::chrono::days fromToday, Digits digits);
 
-/// How far a day can be trusted, in a sentence; empty for a day that Nepal has published.
+/// How far a day can be trusted, in a sentence; of a day that Nepal has published, which of its events the reckoning
+/// leaves open; empty where there is nothing to doubt.
 [[nodiscard]] std::string trustNote(const AlmanacDay& day);
+
+/// How far it can be trusted that an event is on its day: no further than either in a year that Nepal has not
+/// published; in another the event's own grade, published where that is sure.
+[[nodiscard]] Grade gradeOf(const AlmanacDay& day, const Event& event);
+/// The same in a sentence. What makes another event of the day doubtful is none of it.
+[[nodiscard]] std::string trustNote(const AlmanacDay& day, const Event& event, Language language = Language::nepali);
 
 /// "2065 to 2071", the years that an edition has lists for.
 [[nodiscard]] std::string yearsWithLists(const Edition& edition);

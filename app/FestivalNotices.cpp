@@ -101,7 +101,9 @@ Notice sentencesOf(const FestivalNotice& due) {
     std::vector<std::string> lines{dateLine(first)};
     if (first.events.size() > 1) lines.push_back(names(first, 1));
     if (const std::string words = holidayWords(first.holiday()); !words.empty()) lines.push_back(words);
-    if (const std::string note = trustNote(first); !note.empty()) lines.push_back(note);
+    const auto mostDoubtful = std::max_element(first.events.begin(), first.events.end(),
+                                               [](const Event& a, const Event& b) { return a.grade < b.grade; });
+    if (const std::string note = trustNote(first, *mostDoubtful); !note.empty()) lines.push_back(note);
     if (due.days.size() > 1) lines.push_back(tr("Tomorrow: {1}", {names(due.days.back(), 0)}));
     notice.text = joined(lines, "\n");
     return notice;

@@ -122,9 +122,7 @@ private:
         };
         append(", ", tithiWords(day));
         append("\n", holidayWords(event.holiday));
-        AlmanacDay alone = day;
-        alone.events = {event};
-        const std::string note = trustNote(alone);
+        const std::string note = trustNote(day, event, choice_.language);
         append("\n", note);
         add({std::move(uid), day.day, std::string{eventName(event, choice_.language)}, std::move(description),
              kindName(event.holiday, choice_.language), !note.empty()});

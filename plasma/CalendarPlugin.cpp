@@ -55,7 +55,7 @@ EventData eventOf(const AlmanacDay& day, const Event& event) {
     data.setEventType(isOff ? EventData::Holiday : EventData::Event);
     data.setUid(text("dinmala-" + dateText(day.date) + "-" + std::to_string(event.id)));
     std::vector<std::string> words;
-    for (std::string one : {holidayWords(event.holiday), trustNote(day)}) {
+    for (std::string one : {holidayWords(event.holiday), trustNote(day, event)}) {
         if (!one.empty()) words.push_back(std::move(one));
     }
     data.setDescription(text(joined(words, "; ")));

@@ -327,8 +327,7 @@ HitWords hitWords(const SearchHit& hit, const Edition& edition, sys_days today, 
     if (hit.event != 0 && !name.empty()) {
         words.name = name + ", " + bs;
         words.copy = name + ", " + words.copy;
-        // On a published day only what the reckoning leaves open is worth a word.
-        if (grade != Grade::published || shown->grade == Grade::open) grade = std::max(grade, shown->grade);
+        grade = gradeOf(day, *shown);
         name = holidayWords(shown->holiday);
     }
     told.push_back(trustWords(grade));

@@ -114,6 +114,14 @@ TEST(ICalendar, TellsKindsAndWhatIsNotSure) {
     const auto earlier = read(iCalendarText(currentEdition(), years(2079, 2079), kStamp));
     EXPECT_TRUE(earlier.at("2079-257@dinmala").description.ends_with("is on this day"));
     EXPECT_TRUE(earlier.at("2079-207-5@dinmala").description.ends_with("शुक्ल चतुर्दशी"));
+    EXPECT_EQ(earlier.at("2079-207-5@dinmala").status, ICAL_STATUS_CONFIRMED);
+    const Entry& near = entries.at("2083-25@dinmala");
+    EXPECT_TRUE(near.description.ends_with("\nRato Machhindranath Jatra begins: may be a day earlier or later"))
+        << near.description;
+    EXPECT_EQ(near.status, ICAL_STATUS_TENTATIVE);
+    // Its day is sure, itself it is not.
+    EXPECT_TRUE(entries.at("2085-323@dinmala").description.ends_with("leaves this day open"));
+    EXPECT_TRUE(entries.at("2085-505@dinmala").description.ends_with("surely so"));
     EXPECT_EQ(entries.at("2083-52@dinmala").categories, "Holiday of a group or region");
     EXPECT_EQ(entries.at("2083-4@dinmala").categories, "Festival");
     EXPECT_EQ(entries.at("2083-102@dinmala").summary, "प्रदोष व्रत");  // has no English name

@@ -77,6 +77,22 @@ TEST_F(CalendarOfPlasma, TellsOfEachDay) {
     EXPECT_EQ(uids.size(), events.count(ofAGroup));
 }
 
+// What makes one festival of a day doubtful says nothing of another.
+TEST_F(CalendarOfPlasma, TellsOfEachFestivalHowSureItIs) {
+    const auto described = [this](const QDate& day, int id) {
+        ask(day, day);
+        for (const EventData& event : events.values(day)) {
+            if (event.uid().endsWith(QString("-%1").arg(id))) return event.description().toStdString();
+        }
+        return std::string{"none"};
+    };
+    const QDate published(2022, 8, 11), later(2028, 10, 11);
+    EXPECT_TRUE(described(published, 257).starts_with("the reckoning leaves open"));
+    EXPECT_EQ(described(published, 207), "");
+    EXPECT_TRUE(described(later, 323).ends_with("leaves this day open"));
+    EXPECT_TRUE(described(later, 505).ends_with("surely so"));
+}
+
 TEST_F(CalendarOfPlasma, FollowsTheEditionThatIsChosen) {
     const QDate day(2026, 11, 23);
     ask(day, day);
