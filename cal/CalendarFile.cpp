@@ -84,4 +84,11 @@ std::optional<std::string> keepCalendarFile(const std::string& path, const std::
     return std::nullopt;
 }
 
+std::chrono::seconds secondsToNextLook(std::chrono::sys_seconds now) {
+    // Nepal's day begins at a quarter past an hour of UTC, so every quarter of an hour meets it.
+    constexpr std::chrono::minutes kQuarter{15};
+    const std::chrono::seconds gone = now.time_since_epoch() % kQuarter;
+    return (gone.count() < 0 ? std::chrono::seconds{0} : kQuarter) - gone;
+}
+
 }  // namespace dinmala::cal

@@ -1,6 +1,7 @@
 /// A calendar file that is kept fresh for other programs to read.
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -12,5 +13,9 @@ namespace dinmala::cal {
 ///
 /// @return what went wrong, a sentence for people; nothing when the file is as it should be
 [[nodiscard]] std::optional<std::string> keepCalendarFile(const std::string& path, const std::string& text, bool force);
+
+/// How long such a file is left alone: until Nepal's next day or another quarter of an hour, when a year's file may
+/// have come or the clock been set. 1 to 900 for any `now`.
+[[nodiscard]] std::chrono::seconds secondsToNextLook(std::chrono::sys_seconds now);
 
 }  // namespace dinmala::cal

@@ -59,13 +59,11 @@ std::optional<std::string> textNow(const Words& words, EditionSource& source) {
     return iCalendarText(edition, choice, stamp);
 }
 
-/// Until Nepal's next day or another quarter of an hour: a year's file may come, the clock be set.
+/// A counted time, sleep included: a clock that is set back makes it no longer.
 void waitForMore() {
-    const std::time_t now = std::time(nullptr);
-    constexpr std::time_t kQuarter = 900;
-    // Nepal's day begins at a quarter past an hour of UTC, so every quarter of an hour meets it.
-    const timespec end{(now / kQuarter + 1) * kQuarter, 0};
-    clock_nanosleep(CLOCK_REALTIME, TIMER_ABSTIME, &end, nullptr);
+    const std::chrono::sys_seconds now{std::chrono::seconds{std::time(nullptr)}};
+    const timespec time{secondsToNextLook(now).count(), 0};
+    clock_nanosleep(CLOCK_BOOTTIME, 0, &time, nullptr);
 }
 
 int run(const Words& words) {

@@ -196,6 +196,17 @@ TEST_F(CalendarFile, IsReplacedOnlyAsItWasPutThere) {
     EXPECT_EQ(contentOf(path), first);
 }
 
+// Whatever the clock says, and at Nepal's midnights at the latest.
+TEST(FollowedFile, IsLookedAtAgainWithinAQuarterOfAnHour) {
+    const sys_seconds midnight = sys_seconds{sys_days{std::chrono::year{2026} / 11 / 23}} + 18h + 15min;
+    EXPECT_EQ(secondsToNextLook(midnight - 1s), 1s);
+    EXPECT_EQ(secondsToNextLook(midnight), 900s);
+    for (const sys_seconds now : {sys_seconds{-1s}, sys_seconds::min(), sys_seconds::max()}) {
+        EXPECT_GE(secondsToNextLook(now), 1s);
+        EXPECT_LE(secondsToNextLook(now), 900s);
+    }
+}
+
 TEST_F(CalendarFile, KeepsLinksAndModesAndReplacesNothingButFiles) {
     EXPECT_EQ(keepCalendarFile(path, one, false), std::nullopt);
     ASSERT_EQ(chmod(path.c_str(), 0640), 0);
