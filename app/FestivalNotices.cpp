@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "agenda/FestivalNotice.h"
+#include "agenda/PageLook.h"
 #include "agenda/Sentences.h"
 #include "app/AppDelegate.h"
 #include "base/DateText.h"
@@ -82,29 +83,29 @@ std::string withoutLines(const std::string& text, std::string_view begin) {
     return result;
 }
 
-std::string dateLine(const AlmanacDay& day) {
-    return std::string{kWeekDaysNepali[std::chrono::weekday{day.day}.c_encoding()]} + " " +
-           dateWords(day.date, Language::nepali, Digits::devanagari);
+std::string dateLine(const AlmanacDay& day, PageLook look) {
+    return std::string{weekDayName(weekDayNumber(day.day), look.language)} + " " +
+           dateWords(day.date, look.language, look.digits);
 }
 
-std::string names(const AlmanacDay& day, std::size_t from) {
+std::string names(const AlmanacDay& day, std::size_t from, Language language) {
     std::vector<std::string_view> list;
-    for (std::size_t i = from; i < day.events.size(); ++i) list.push_back(day.events[i].name);
+    for (std::size_t i = from; i < day.events.size(); ++i) list.push_back(eventName(day.events[i], language));
     return joined(list, "/ ");
 }
 
-Notice sentencesOf(const FestivalNotice& due) {
+Notice sentencesOf(const FestivalNotice& due, PageLook look) {
     Notice notice;
     const AlmanacDay& first = due.days.front();
-    const std::string name{first.events.front().name};
+    const std::string name{eventName(first.events.front(), look.language)};
     notice.title = first.day == due.today ? tr("Today: {1}", {name}) : tr("Tomorrow: {1}", {name});
-    std::vector<std::string> lines{dateLine(first)};
-    if (first.events.size() > 1) lines.push_back(names(first, 1));
+    std::vector<std::string> lines{dateLine(first, look)};
+    if (first.events.size() > 1) lines.push_back(names(first, 1, look.language));
     if (const std::string words = holidayWords(first.holiday()); !words.empty()) lines.push_back(words);
     const auto mostDoubtful = std::max_element(first.events.begin(), first.events.end(),
                                                [](const Event& a, const Event& b) { return a.grade < b.grade; });
-    if (const std::string note = trustNote(first, *mostDoubtful); !note.empty()) lines.push_back(note);
-    if (due.days.size() > 1) lines.push_back(tr("Tomorrow: {1}", {names(due.days.back(), 0)}));
+    if (const std::string note = trustNote(first, *mostDoubtful, look.language); !note.empty()) lines.push_back(note);
+    if (due.days.size() > 1) lines.push_back(tr("Tomorrow: {1}", {names(due.days.back(), 0, look.language)}));
     notice.text = joined(lines, "\n");
     return notice;
 }
@@ -200,7 +201,7 @@ void AppDelegate::tellOfFestivals(Moment now) {
 }
 
 void AppDelegate::tell(const FestivalNotice& due) {
-    Notice notice = sentencesOf(due);
+    Notice notice = sentencesOf(due, keptLook(prefs_->textForKey(kLanguageKey), prefs_->textForKey(kDigitsKey)));
     const AlmanacDay& first = due.days.front();
     const Event event = first.events.front();
     if (platform_.showDay) notice.actions.push_back({std::string{kShow}, tr("Show the day")});

@@ -15,6 +15,7 @@
 #include <sstream>
 
 #include "agenda/EditionSource.h"
+#include "agenda/PageLook.h"
 #include "agenda/Sentences.h"
 #include "agenda/Summary.h"
 #include "agenda/Today.h"

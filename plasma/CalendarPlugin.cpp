@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "agenda/PageLook.h"
 #include "agenda/Sentences.h"
 #include "base/Text.h"
 #include "i18n/Translation.h"
@@ -29,33 +30,36 @@ QDate dateOf(sys_days day) { return QDate::fromJulianDay(day.time_since_epoch().
 
 sys_days dayOf(const QDate& date) { return sys_days{days{date.toJulianDay() - kEpoch}}; }
 
-CalendarEventsPlugin::SubLabel labelOf(const AlmanacDay& day) {
-    const std::string date = dateWords(day.date, Language::nepali, Digits::devanagari);
+CalendarEventsPlugin::SubLabel labelOf(const AlmanacDay& day, PageLook look) {
+    const std::string date = dateWords(day.date, look.language, look.digits);
     std::vector<std::string_view> words{date};
-    for (const Tithi& tithi : day.tithis) words.push_back(tithi.name);
+    for (const Tithi& tithi : day.tithis) {
+        const bool isEnglish = look.language == Language::english && tithi.number != 0;
+        words.push_back(isEnglish ? tithiName(tithi.number, Language::english) : tithi.name);
+    }
     CalendarEventsPlugin::SubLabel label;
     label.label = text(joined(words, ", "));
-    label.yearLabel = text(numberText(static_cast<std::uint64_t>(int{day.date.year}), Digits::devanagari));
-    label.monthLabel = text(bsMonthName(day.date.month, Language::nepali));
-    label.dayLabel = text(numberText(unsigned{day.date.day}, Digits::devanagari));
+    label.yearLabel = text(numberText(static_cast<std::uint64_t>(int{day.date.year}), look.digits));
+    label.monthLabel = text(bsMonthName(day.date.month, look.language));
+    label.dayLabel = text(numberText(unsigned{day.date.day}, look.digits));
     label.priority = CalendarEventsPlugin::SubLabelPriority::Low;
     return label;
 }
 
-EventData eventOf(const AlmanacDay& day, const Event& event) {
+EventData eventOf(const AlmanacDay& day, const Event& event, Language language) {
     EventData data;
     const QDateTime begin(dateOf(day.day), QTime(0, 0));
     data.setStartDateTime(begin);
     data.setEndDateTime(begin);
     data.setIsAllDay(true);
-    data.setTitle(text(event.name));
+    data.setTitle(text(eventName(event, language)));
     // Nearly every day has a festival of somebody's: the grid marks those for which many stay at home.
     const bool isOff = event.holiday >= Holiday::group;
     data.setIsMinor(!isOff);
     data.setEventType(isOff ? EventData::Holiday : EventData::Event);
     data.setUid(text("dinmala-" + dateText(day.date) + "-" + std::to_string(event.id)));
     std::vector<std::string> words;
-    for (std::string one : {holidayWords(event.holiday), trustNote(day, event)}) {
+    for (std::string one : {holidayWords(event.holiday), trustNote(day, event, language)}) {
         if (!one.empty()) words.push_back(std::move(one));
     }
     data.setDescription(text(joined(words, "; ")));
@@ -71,8 +75,9 @@ CalendarPlugin::CalendarPlugin(QObject* parent)
 
 void CalendarPlugin::loadEventsForDateRange(const QDate& startDate, const QDate& endDate) {
     preferences_.reload();
-    const auto chosen = editionNamed(preferences_.textForKey("edition"));
+    const auto chosen = editionNamed(preferences_.textForKey(kEditionKey));
     const Edition& edition = editions_.get(chosen.value_or(EditionId::current));
+    const PageLook look = keptLook(preferences_.textForKey(kLanguageKey), preferences_.textForKey(kDigitsKey));
     (void)editions_.takeProblems();  // the panel program tells of them
 
     const auto months = edition.calendar.months();
@@ -87,8 +92,8 @@ void CalendarPlugin::loadEventsForDateRange(const QDate& startDate, const QDate&
             const QDate key = dateOf(day);
             dates.insert(
                 key, {int{date.year}, static_cast<int>(unsigned{date.month}), static_cast<int>(unsigned{date.day})});
-            labels.insert(key, labelOf(found));
-            for (const Event& event : found.events) events.insert(key, eventOf(found, event));
+            labels.insert(key, labelOf(found, look));
+            for (const Event& event : found.events) events.insert(key, eventOf(found, event, look.language));
         }
     }
     Q_EMIT dataReady(events);

@@ -17,8 +17,8 @@ class CalendarPlugin : public CalendarEvents::CalendarEventsPlugin {
 public:
     explicit CalendarPlugin(QObject* parent = nullptr);
 
-    /// Tells of the days from one to another before it returns, in the edition that the user has chosen, and in the
-    /// years that lie in folders now. Of days outside the calendar nothing is told.
+    /// Tells of the days from one to another before it returns, in the edition, language and digits that the user has
+    /// chosen, and in the years that lie in folders now. Of days outside the calendar nothing is told.
     void loadEventsForDateRange(const QDate& startDate, const QDate& endDate) override;
 
 private:

@@ -32,14 +32,6 @@ std::string gradeWords(const AlmanacDay& day) {
 
 }  // namespace
 
-std::string_view keptWord(Language language) { return language == Language::english ? "english" : "nepali"; }
-std::string_view keptWord(Digits digits) { return digits == Digits::western ? "western" : "devanagari"; }
-
-PageLook keptLook(std::string_view language, std::string_view digits) {
-    return {language == keptWord(Language::english) ? Language::english : Language::nepali,
-            digits == keptWord(Digits::western) ? Digits::western : Digits::devanagari};
-}
-
 Page::Page(Edition edition, sys_days today, PageLook look)
     : edition_(std::move(edition)), today_(today), chosen_(inTable(today)), look_(look) {
     layOut();

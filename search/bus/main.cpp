@@ -7,6 +7,7 @@
 #include <string>
 
 #include "agenda/EditionSource.h"
+#include "agenda/PageLook.h"
 #include "agenda/Sentences.h"
 #include "agenda/Today.h"
 #include "base/Clock.h"
@@ -16,7 +17,6 @@
 #include "desktop/SessionBus.h"
 #include "i18n/Translation.h"
 #include "search/bus/SearchService.h"
-#include "window/Page.h"
 
 namespace dinmala {
 namespace {

@@ -103,6 +103,14 @@ TEST_F(FestivalNotices, ComeOnceChosenAndNotBefore) {
     EXPECT_EQ(kept, "told 2026-10-17\ntold 2026-10-18\ntold 2026-10-19\n");
 }
 
+TEST_F(FestivalNotices, AreInTheLookThatIsChosen) {
+    shell.preferences.texts = {{"tell", "evening"}, {"language", "english"}, {"digits", "western"}};
+    start();
+    goTo(nepal(2026, 10, 17, 9, 0));
+    ASSERT_EQ(titles(), Strings{"Today: Phulpati"});
+    EXPECT_EQ(notifier.notices[0].text, "Saturday 31 Ashwin 2083\npublic holiday\nTomorrow: Maha Ashtami");
+}
+
 // Not at the start, when a desktop may have nobody to show it yet; and what was told stays told.
 TEST_F(FestivalNotices, OutliveTheProgram) {
     shell.now = nepal(2026, 10, 17, 9, 0);

@@ -106,6 +106,19 @@ TEST_F(CalendarOfPlasma, FollowsTheEditionThatIsChosen) {
     EXPECT_EQ(dateOn(day), "2083-8-7");
 }
 
+TEST_F(CalendarOfPlasma, FollowsTheLookThatIsChosen) {
+    home_.write("dinmala/preferences.ini", "[display]\nlanguage=english\ndigits=western\n");
+    const QDate day(2026, 10, 17);
+    ask(day, day);
+    const auto label = labels.value(day);
+    EXPECT_EQ(label.label.toStdString(), "31 Ashwin 2083, Saptami");
+    EXPECT_EQ((label.dayLabel + label.monthLabel + label.yearLabel).toStdString(), "31Ashwin2083");
+    bool named = false;
+    for (const EventData& event : events.values(day)) named = named || event.title() == QString("Phulpati");
+    EXPECT_TRUE(named);
+    home_.write("dinmala/preferences.ini", "[display]\n");
+}
+
 // Whoever asks for all of time gets what there is; nobody is kept waiting for a year that is flipped through.
 TEST_F(CalendarOfPlasma, EndsWhereTheCalendarEnds) {
     for (const auto& [from, to] : {std::pair{QDate(1900, 1, 1), QDate(1900, 2, 1)},
