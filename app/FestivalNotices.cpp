@@ -41,6 +41,11 @@ void forEachLine(std::string_view text, Handle&& handle) {
 std::string toldLine(std::chrono::sys_days day) { return std::string{kTold} + dateText(day); }
 std::string leftLine(std::uint16_t id) { return std::string{kLeft} + std::to_string(id); }
 
+template <typename Value>
+void addOnce(std::vector<Value>& values, const Value& value) {
+    if (std::find(values.begin(), values.end(), value) == values.end()) values.push_back(value);
+}
+
 /// Adds what a kept text says. Lines that say something else are nobody's business here.
 void addTold(std::string_view text, ToldFestivals& told) {
     forEachLine(text, [&](std::string_view line) {
@@ -50,12 +55,12 @@ void addTold(std::string_view text, ToldFestivals& told) {
             const std::chrono::year_month_day day{std::chrono::year{*date->year},
                                                   std::chrono::month(static_cast<unsigned>(date->month)),
                                                   std::chrono::day(static_cast<unsigned>(date->day))};
-            if (day.ok()) told.days.emplace_back(day);
+            if (day.ok()) addOnce(told.days, std::chrono::sys_days{day});
         } else if (line.starts_with(kLeft)) {
             const std::string_view number = line.substr(kLeft.size());
             std::uint16_t id = 0;
             const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), id);
-            if (error == std::errc{} && end == number.data() + number.size()) told.left.push_back(id);
+            if (error == std::errc{} && end == number.data() + number.size()) addOnce(told.left, id);
         }
     });
 }
@@ -181,18 +186,23 @@ void AppDelegate::tellOfFestivals(Moment now) {
     const TellChoice choice = tellChoice();
     if (choice.when == TellWhen::never || platform_.notifier == nullptr || !platform_.edition) return;
     if (!isRunning_ || !platform_.notifier->ready()) return;
-    const auto decide = [&] { return dueNotice(platform_.edition(editionId()), now, machine(), choice, told_); };
-    std::optional<FestivalNotice> due = decide();
+    const auto decide = [&](const ToldFestivals& told) {
+        return dueNotice(platform_.edition(editionId()), now, machine(), choice, told);
+    };
+    // Left out or not, the kept text says: another Dinmala of the user's may have been told to leave a festival, or to
+    // take it back, or may have told it.
+    std::optional<FestivalNotice> due = decide({told_.days, {}});
     if (!due) return;
-    // Kept before it is told: whoever is killed in between tells it never rather than twice. And another Dinmala of
-    // the user's may have told it, or been told to leave it.
+    // Kept before it is told: whoever is killed in between tells it never rather than twice.
     keepTold([&](const std::string& text) -> std::optional<std::string> {
+        // A text that could not be read, or not be kept from here, is no news of what was left out.
+        if (!text.empty() && !toldIsLost_) told_.left.clear();
         addTold(text, told_);
-        due = decide();
+        due = decide(told_);
         if (!due) return std::nullopt;
         std::string changed = text;
         for (const AlmanacDay& day : due->days) {
-            told_.days.push_back(day.day);
+            addOnce(told_.days, day.day);
             changed = withLine(changed, toldLine(day.day));
         }
         return changed;
@@ -224,7 +234,7 @@ void AppDelegate::tell(const FestivalNotice& due) {
     const auto chosen = [this, day = first.day, id = event.id](const std::string& key, const std::string& token) {
         if (key == kShow && platform_.showDay) platform_.showDay(day, token);
         if (key != kLeave) return;
-        told_.left.push_back(id);
+        addOnce(told_.left, id);
         keepTold([&](const std::string& text) { return withLine(text, leftLine(id)); });
         showTelling();
     };

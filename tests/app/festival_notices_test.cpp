@@ -165,6 +165,22 @@ TEST_F(FestivalNotices, HaveButtons) {
     EXPECT_TRUE(rows[5].isHidden());
 }
 
+// The menu of another Dinmala takes back what was left out; a text that cannot be read says nothing.
+TEST_F(FestivalNotices, LearnWhatIsTakenBackElsewhere) {
+    shell.preferences.texts["tell"] = "morning";
+    kept = "told 2026-10-11\nleft 59\n";
+    start();
+    goTo(nepal(2026, 10, 17, 9, 0));
+    kept = "";
+    goTo(nepal(2026, 10, 17, 9, 1));
+    EXPECT_TRUE(notifier.notices.empty());
+    kept = "told 2026-10-11\n";
+    goTo(nepal(2026, 10, 17, 9, 2));
+    EXPECT_EQ(titles(), Strings{"Today: फूलपाति"});
+    goTo(nepal(2026, 10, 17, 9, 3));
+    EXPECT_TRUE(rows[5].isHidden());
+}
+
 // A home that cannot be written: told once in this run all the same, and said once that it may come again.
 TEST_F(FestivalNotices, SayWhenWhatWasToldCannotBeKept) {
     broken = "/state: no space";
