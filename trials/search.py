@@ -9,7 +9,7 @@ import time
 from gi.repository import Gio, GLib
 
 from trials.bus import Bus, own, read
-from trials.trial import until
+from trials.trial import HERE, until
 
 NAME, PATH = "org.dinmala.Dinmala.Search", "/org/dinmala/Dinmala/Search"
 SHELL, KRUNNER = "org.gnome.Shell.SearchProvider2", "org.kde.krunner1"
@@ -120,6 +120,9 @@ def run(trial, executable):
     match = search.match("2083 mangsir 7")
     trial.equal("KRunner's match", [(one[:4], one[5]["subtext"][:29]) for one in match],
                 [(("2026-11-23 bs", "२३ नोभेम्बर २०२६, सोमवार", "dinmala", 100), "७ मंसिर २०८३ · शुक्ल चतुर्दशी")])
+    fewest = int(read(os.path.join(HERE, f"packaging/{NAME}.desktop")).split("Min-Letter-Count=")[1].split()[0])
+    trial.equal("words of two letters are found, and KRunner is to ask for them",
+                [bool(search.match(word)) and len(word) >= fewest for word in ("छठ", "ईद", "आज")], [True] * 3)
     trial.equal("the first stands first", [one[4] for one in search.match("tihar")] == sorted([one[4] for one in search.match("tihar")], reverse=True), True)
     clipboard = PlayedClipboard(bus)
     search.call(KRUNNER, "Run", "(ss)", "2026-11-23 bs", "")
