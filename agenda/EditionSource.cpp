@@ -75,15 +75,6 @@ const Edition& EditionSource::get(EditionId id) {
     return current_;
 }
 
-std::optional<std::chrono::sys_seconds> EditionSource::newest() const {
-    std::optional<std::chrono::sys_seconds> newest;
-    for (const auto& [year, file] : files_) {
-        const std::chrono::sys_seconds came{std::chrono::seconds{std::max(file.stamp.seconds, file.stamp.changed)}};
-        newest = std::max(newest.value_or(came), came);
-    }
-    return newest;
-}
-
 std::vector<std::string> EditionSource::takeProblems() { return std::exchange(problems_, {}); }
 
 EditionSource::Files EditionSource::files() {
@@ -139,6 +130,11 @@ void EditionSource::rebuild(Files& files) {
         edition = currentEditionWith(years);
     }
     current_ = *std::move(edition);
+    newest_.reset();
+    for (const File* file : from) {
+        const std::chrono::sys_seconds came{std::chrono::seconds{std::max(file->stamp.seconds, file->stamp.changed)}};
+        newest_ = std::max(newest_.value_or(came), came);
+    }
 }
 
 void EditionSource::refuse(const File& file, const TextError& error) {

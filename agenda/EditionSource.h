@@ -31,8 +31,8 @@ public:
     /// Holds until the next call.
     [[nodiscard]] const Edition& get(EditionId id);
 
-    /// When the newest of the files in the folders came there or was changed; nothing without any.
-    [[nodiscard]] std::optional<std::chrono::sys_seconds> newest() const;
+    /// When the newest of the files that are taken came into its folder or was changed; nothing without any.
+    [[nodiscard]] std::optional<std::chrono::sys_seconds> newest() const { return newest_; }
 
     /// Why files were refused since the last call, "FILE:LINE: why", each told once as long as it stays as it is.
     [[nodiscard]] std::vector<std::string> takeProblems();
@@ -63,6 +63,7 @@ private:
     std::vector<std::string> folders_;
     Files files_;  ///< of the last look
     Edition current_ = currentEdition();
+    std::optional<std::chrono::sys_seconds> newest_;
     std::vector<std::string> problems_;
     std::vector<File> told_;
 };

@@ -186,6 +186,7 @@ TEST_F(EditionFromFolders, RefusesBadFilesWholeAndOnce) {
     fs::create_symlink(above.path("gone"), first / "2084.txt");
     EXPECT_EQ(problem(), "2084.txt: cannot be read: No such file or directory");
     fs::remove(first / "2084.txt");
+    EXPECT_FALSE(source.newest());  // none was taken
     // A published year does not give way, and another good file beside a bad one is taken.
     YearAlmanac shorter = *currentEdition().almanac.numbers(BsYear{2082});
     shorter.days.pop_back();
@@ -194,6 +195,11 @@ TEST_F(EditionFromFolders, RefusesBadFilesWholeAndOnce) {
     write(first / "2084.txt", good);
     EXPECT_NE(source.get(EditionId::current).calendar, before);
     EXPECT_TRUE(source.takeProblems().empty());
+    const auto came = source.newest();
+    ASSERT_TRUE(came);
+    fs::last_write_time(first / "2082.txt", fs::file_time_type::clock::now() + std::chrono::hours{1});
+    (void)source.get(EditionId::current);
+    EXPECT_EQ(source.newest(), came) << "a refused file counts";
 }
 
 }  // namespace
