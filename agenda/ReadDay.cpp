@@ -1,5 +1,7 @@
 #include "agenda/ReadDay.h"
 
+#include <algorithm>
+
 namespace dinmala {
 
 namespace {
@@ -32,6 +34,11 @@ std::optional<FoundDay> readDay(std::string_view text, CalendarKind assumed, con
 std::optional<FoundDay> foundDay(const BsDate& date, const BsCalendar& calendar) {
     const auto day = calendar.toDays(date);
     return day ? std::optional{FoundDay{date, *day, CalendarKind::bs}} : std::nullopt;
+}
+
+int yearOfToday(sys_days today, CalendarKind kind, const BsCalendar& calendar) {
+    today = std::clamp(today, calendar.firstDay(), calendar.lastDay());
+    return kind == CalendarKind::bs ? int{calendar.toDate(today)->year} : int{year_month_day{today}.year()};
 }
 
 NoDay whyNoDay(std::string_view text, CalendarKind assumed, const BsCalendar& calendar) {

@@ -26,6 +26,10 @@ struct FoundDay {
 /// The day of a BS date; nothing for one that the table does not have.
 [[nodiscard]] std::optional<FoundDay> foundDay(const BsDate& date, const BsCalendar& calendar);
 
+/// The year that a date without one is of: the present one, or where the table does not reach today, the one at its
+/// end.
+[[nodiscard]] int yearOfToday(std::chrono::sys_days today, CalendarKind kind, const BsCalendar& calendar);
+
 /// Why readDay() gives nothing.
 struct NoDay {
     enum class Why {

@@ -37,9 +37,7 @@ MenuItem* AppDelegate::itemOf(std::string_view key) const {
     return piece == pieces().end() ? nullptr : toggleOf(*piece, outlets_);
 }
 
-void AppDelegate::setMark(std::string_view key, bool on) {
-    if (MenuItem* item = itemOf(key)) item->setState(on ? kOnState : kOffState);
-}
+void AppDelegate::setMark(std::string_view key, bool on) { mark(itemOf(key), on); }
 
 void AppDelegate::updateMenuItems() {
     const auto isOn = [this](const Piece& piece) { return prefs_->boolForKey(piece.key); };

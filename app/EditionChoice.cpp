@@ -6,14 +6,6 @@
 
 namespace dinmala {
 
-namespace {
-
-void mark(MenuItem* item, bool on) {
-    if (item != nullptr) item->setState(on ? kOnState : kOffState);
-}
-
-}  // namespace
-
 EditionId AppDelegate::editionId() const {
     if (!platform_.edition) return EditionId::first;
     if (platform_.askedEdition) return *platform_.askedEdition;

@@ -115,10 +115,6 @@ Notice sentencesOf(const FestivalNotice& due, PageLook look) {
     return notice;
 }
 
-void mark(MenuItem* item, bool on) {
-    if (item != nullptr) item->setState(on ? kOnState : kOffState);
-}
-
 }  // namespace
 
 TellChoice AppDelegate::tellChoice() const {

@@ -24,7 +24,7 @@ void AppDelegate::removeAsLoginItem() {
 void AppDelegate::changeAppStartup(Sender) {
     MenuItem* item = outlets_.startupMenuItem;
     const bool add = item != nullptr ? item->state() == kOffState : !isLoginItem();
-    if (item != nullptr) item->setState(add ? kOnState : kOffState);
+    mark(item, add);
     if (add) {
         addAsLoginItem();
     } else {
@@ -32,9 +32,6 @@ void AppDelegate::changeAppStartup(Sender) {
     }
 }
 
-void AppDelegate::applyStartupState() {
-    const bool on = isLoginItem();
-    if (outlets_.startupMenuItem != nullptr) outlets_.startupMenuItem->setState(on ? kOnState : kOffState);
-}
+void AppDelegate::applyStartupState() { mark(outlets_.startupMenuItem, isLoginItem()); }
 
 }  // namespace dinmala

@@ -2,9 +2,13 @@
 
 #include <libical/ical.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string_view>
+#include <utility>
 
 #include "agenda/MonthPage.h"
 #include "agenda/Sentences.h"
@@ -15,7 +19,7 @@ namespace {
 
 using std::chrono::sys_days;
 
-/// Begins with the calendar's name and ends, like every UID here, with what keeps it apart from other makers'.
+/// The end of every UID here: it keeps them apart from other makers'.
 constexpr std::string_view kUidTail = "@dinmala";
 
 struct FreeComponent {
@@ -24,7 +28,8 @@ struct FreeComponent {
 using Component = std::unique_ptr<icalcomponent, FreeComponent>;
 
 std::string textOf(const Component& component) {
-    const std::unique_ptr<char, decltype(&std::free)> text{icalcomponent_as_ical_string_r(component.get()), std::free};
+    const std::unique_ptr<char, decltype(&icalmemory_free_buffer)> text{icalcomponent_as_ical_string_r(component.get()),
+                                                                        icalmemory_free_buffer};
     return text.get();
 }
 

@@ -11,11 +11,14 @@
 #include <cstring>
 #include <ctime>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "agenda/EditionSource.h"
+#include "agenda/Sentences.h"
 #include "agenda/Today.h"
+#include "base/DateText.h"
 #include "cal/CalendarFile.h"
 #include "cal/ICalendar.h"
 #include "cal/Messages.h"

@@ -4,11 +4,15 @@
 #include <QHash>
 #include <QMultiHash>
 #include <algorithm>
+#include <chrono>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "agenda/PageLook.h"
 #include "agenda/Sentences.h"
+#include "base/DateText.h"
+#include "base/Names.h"
 #include "base/Text.h"
 #include "i18n/Translation.h"
 

@@ -53,13 +53,6 @@ std::optional<CalendarKind> calendarNamed(std::string_view word) {
 
 CalendarKind other(CalendarKind kind) { return kind == CalendarKind::ad ? CalendarKind::bs : CalendarKind::ad; }
 
-/// The present year, or where the table does not reach today the one next to it.
-int yearOf(sys_days today, CalendarKind kind, const BsCalendar& calendar) {
-    today = std::clamp(today, calendar.firstDay(), calendar.lastDay());
-    return kind == CalendarKind::bs ? int{calendar.toDate(today)->year}
-                                    : int{std::chrono::year_month_day{today}.year()};
-}
-
 class Query {
 public:
     Query(std::string_view text, const Edition& edition, sys_days today)
@@ -149,7 +142,7 @@ private:
         std::vector<SearchHit> found;
         for (const CalendarKind kind : {CalendarKind::ad, CalendarKind::bs}) {
             if (told.value_or(kind) != kind) continue;
-            const int year = read->year.value_or(yearOf(today_, kind, edition_.calendar));
+            const int year = read->year.value_or(yearOfToday(today_, kind, edition_.calendar));
             add(found, *read, year, kind);
             if (!read->year && !found.empty() && found.front().day < today_) add(found, *read, year + 1, kind);
         }
@@ -208,8 +201,8 @@ private:
         const std::vector<std::uint16_t> ids = festivalNamed(joined(words, " "));
         if (ids.empty()) return {};
 
-        const BsYear now{yearOf(today_, CalendarKind::bs, edition_.calendar)};
-        const int adNow = yearOf(today_, CalendarKind::ad, edition_.calendar);
+        const BsYear now{yearOfToday(today_, CalendarKind::bs, edition_.calendar)};
+        const int adNow = yearOfToday(today_, CalendarKind::ad, edition_.calendar);
         if (!year) return nextOf(ids, now);
         const bool isAd = told ? *told == CalendarKind::ad : std::abs(*year - adNow) < std::abs(*year - int{now});
         if (!isAd) return daysOf(ids, BsYear{*year});

@@ -28,14 +28,6 @@ std::string whyNotRead(std::string_view text, const TextError& error) {
     return tr("{1} is not understood", {shownText(rest.substr(0, rest.find_first_of(" ,")))});
 }
 
-/// The present year, which may lie outside the table: then the one next to it.
-int yearOfToday(const Page& page, CalendarKind kind) {
-    const BsCalendar& calendar = page.edition().calendar;
-    const std::chrono::sys_days today = std::clamp(page.today(), calendar.firstDay(), calendar.lastDay());
-    return kind == CalendarKind::bs ? int{calendar.toDate(today)->year}
-                                    : int{std::chrono::year_month_day{today}.year()};
-}
-
 std::string answerText(const FoundDay& found, PageLook look) {
     const std::string bs = dateWords(found.bs, look.language, look.digits);
     const std::string ad = dateWords(found.day, look.language, look.digits);
@@ -57,7 +49,7 @@ Conversion convert(std::string_view text, const Page& page) {
     }
     const BsCalendar& calendar = page.edition().calendar;
     const auto written = [&](CalendarKind kind) {
-        const int year = read->year.value_or(yearOfToday(page, kind));
+        const int year = read->year.value_or(yearOfToday(page.today(), kind, calendar));
         return dateText(bsDate(year, static_cast<unsigned>(read->month), static_cast<unsigned>(read->day)));
     };
     for (const CalendarKind kind : {CalendarKind::ad, CalendarKind::bs}) {
@@ -72,7 +64,9 @@ Conversion convert(std::string_view text, const Page& page) {
     if (!result.answers.empty()) return result;
 
     // Of which calendar it is meant to be, its year tells best.
-    const auto yearsOff = [&](CalendarKind kind) { return std::abs(*read->year - yearOfToday(page, kind)); };
+    const auto yearsOff = [&](CalendarKind kind) {
+        return std::abs(*read->year - yearOfToday(page.today(), kind, calendar));
+    };
     const CalendarKind meant = read->calendar                                             ? *read->calendar
                                : yearsOff(CalendarKind::ad) <= yearsOff(CalendarKind::bs) ? CalendarKind::ad
                                                                                           : CalendarKind::bs;

@@ -98,6 +98,11 @@ private:
     std::function<void()> action_;
 };
 
+/// Sets or takes away a row's mark; a row that is not connected has none.
+inline void mark(MenuItem* item, bool on) {
+    if (item != nullptr) item->setState(on ? kOnState : kOffState);
+}
+
 /// Rows from top to bottom; fixed once the interface definition has been read.
 class Menu {
 public:
