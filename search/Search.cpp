@@ -142,9 +142,15 @@ private:
         std::vector<SearchHit> found;
         for (const CalendarKind kind : {CalendarKind::ad, CalendarKind::bs}) {
             if (told.value_or(kind) != kind) continue;
-            const int year = read->year.value_or(yearOfToday(today_, kind, edition_.calendar));
-            add(found, *read, year, kind);
-            if (!read->year && !found.empty() && found.front().day < today_) add(found, *read, year + 1, kind);
+            if (read->year) {
+                add(found, *read, *read->year, kind);
+                continue;
+            }
+            constexpr int kMostYears = 8;  // years from one 29 February to the next
+            const int year = yearOfToday(today_, kind, edition_.calendar);
+            for (int i = 0; i <= kMostYears && (found.empty() || found.back().day < today_); ++i) {
+                add(found, *read, year + i, kind);
+            }
         }
         if (read->year) {
             std::stable_sort(found.begin(), found.end(), [&](const SearchHit& a, const SearchHit& b) {

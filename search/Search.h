@@ -26,7 +26,7 @@ struct SearchHit {
 ///
 /// - a date as readDate() reads it, also with "गते", "23rd", "BS" or "in AD" beside it, but not eight digits alone.
 ///   One of digits that is a date in both calendars is both, the nearer to today first; one without its year is
-///   this year's, and when that has passed the next year's too
+///   this year's, and when that has passed, or is none, that of the next year that has it
 /// - "today", "today bs", "nepali date", "भोलि" and the like
 /// - a festival (search/FestivalNames.h), its next days or those of a year: "tihar", "दशैं 2084", "dashain 2027"
 [[nodiscard]] std::vector<SearchHit> search(std::string_view text, const Edition& edition, std::chrono::sys_days today);

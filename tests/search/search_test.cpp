@@ -37,6 +37,7 @@ TEST(Search, FindsDatesInBothCalendars) {
           // Without a year it is this year's, and the next one's once that has passed.
           Case{"७ मंसिर", "2026-11-23 bs; 2027-11-23 bs"}, Case{"mangsir 8", "2026-11-24 bs"},
           Case{"25 december", "2026-12-25 ad"}, Case{"march 1", "2026-03-01 ad; 2027-03-01 ad"},
+          Case{"29 feb", "2028-02-29 ad"}, Case{"३२ श्रावण", "2027-08-17 bs"}, Case{"31 june", ""}, Case{"32 chait", ""},
           // The ends of the table.
           Case{"1999-01-01 in ad", "1942-04-13 bs"}, Case{"13 april 2043", "2043-04-13 ad"}, Case{"14 april 2043", ""},
           Case{"12 april 1942", ""}, Case{"2100 baisakh 1", ""}, Case{"1998 chait 30", ""}}) {
