@@ -61,10 +61,11 @@ void notifyUser(const ConnectionPtr& connection, const std::string& text) {
 struct DesktopNotifier::State : std::enable_shared_from_this<State> {
     explicit State(ConnectionPtr bus) : connection(std::move(bus)) {}
 
-    /// A notice that was taken, until it is closed.
+    /// A notice that was taken, until it is closed or its service goes.
     struct Shown {
         guint32 id;
-        guint subscription;
+        Glib::ustring sender;
+        guint subscription, watch;
         std::function<void(const std::string&, const std::string&)> chosen;
         std::string token;
     };
@@ -119,15 +120,30 @@ struct DesktopNotifier::State : std::enable_shared_from_this<State> {
                 if (state && firstOf<guint32>(parameters) == id) state->heard(id, signal, parameters);
             },
             sender, kService, {}, kPath);
-        shown.push_back({id, subscription, std::move(chosen), {}});
+        const guint life = Gio::DBus::watch_name(
+            connection, sender, [](auto&&...) {},
+            [self = weak_from_this()](const ConnectionPtr&, const Glib::ustring& gone) {
+                if (const auto state = self.lock()) state->forget([&](const Shown& one) { return one.sender == gone; });
+            });
+        shown.push_back({id, sender, subscription, life, std::move(chosen), {}});
+    }
+
+    /// Listens no more to those that it is asked of.
+    template <typename Is>
+    void forget(Is&& is) {
+        std::erase_if(shown, [&](const Shown& one) {
+            if (!is(one)) return false;
+            connection->signal_unsubscribe(one.subscription);
+            Gio::DBus::unwatch_name(one.watch);
+            return true;
+        });
     }
 
     void heard(guint32 id, const Glib::ustring& signal, const Glib::VariantContainerBase& parameters) {
         const auto one = std::find_if(shown.begin(), shown.end(), [id](const Shown& other) { return other.id == id; });
         if (one == shown.end()) return;
         if (signal == "NotificationClosed") {
-            connection->signal_unsubscribe(one->subscription);
-            shown.erase(one);
+            forget([id](const Shown& other) { return other.id == id; });
             return;
         }
         Glib::VariantBase word;
@@ -151,7 +167,7 @@ DesktopNotifier::DesktopNotifier(const ConnectionPtr& connection) : state_(std::
 
 DesktopNotifier::~DesktopNotifier() {
     if (state_->watch != 0) Gio::DBus::unwatch_name(state_->watch);
-    for (const State::Shown& one : state_->shown) state_->connection->signal_unsubscribe(one.subscription);
+    state_->forget([](const State::Shown&) { return true; });
 }
 
 bool DesktopNotifier::ready() const { return state_->isReady; }

@@ -116,6 +116,9 @@ def run(trial, executable):
     trial.equal("and it does", kept, "told 2026-10-17\ntold 2026-10-19\n")
 
     service.leave()
+    trial.equal("a service that goes without a word is listened to no more", lambda: [
+        rule for rules in bus.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Debug.Stats",
+                                   "GetAllMatchRules")[0].values() for rule in rules if f"interface='{SERVICE}'" in rule], [])
     before = kept()
     clock.move(days=1)
     pass_minutes(2)
