@@ -44,9 +44,7 @@ public:
     [[nodiscard]] BsDate lastDate() const;
     [[nodiscard]] std::chrono::sys_days firstDay() const { return table_->first; }
     [[nodiscard]] std::chrono::sys_days lastDay() const { return table_->first + std::chrono::days{table_->days - 1}; }
-    [[nodiscard]] bool covers(std::chrono::sys_days day) const {
-        return static_cast<std::uint32_t>((day - table_->first).count()) < table_->days;
-    }
+    [[nodiscard]] bool covers(std::chrono::sys_days day) const { return offsetOf(day) < table_->days; }
 
     /// The months in order, and the place of a month among them: months().size() or more for
     /// one outside the table.
@@ -57,7 +55,7 @@ public:
     }
     /// The place of the month that holds a day; months().size() for a day that the table does not cover.
     [[nodiscard]] std::size_t indexOf(std::chrono::sys_days day) const {
-        const auto offset = static_cast<std::uint32_t>((day - table_->first).count());
+        const std::uint64_t offset = offsetOf(day);
         if (offset >= table_->days) return table_->months.size();
         // At most two months begin within a block.
         std::size_t index = table_->monthAtBlock[offset / kBlock];
@@ -110,6 +108,13 @@ private:
     };
 
     explicit BsCalendar(std::shared_ptr<const Table> table) : table_(std::move(table)) {}
+
+    /// From the first day on. A day before it wraps to a number past the last, and no count is cut: days far away are
+    /// outside too.
+    [[nodiscard]] std::uint64_t offsetOf(std::chrono::sys_days day) const {
+        return static_cast<std::uint64_t>(day.time_since_epoch().count()) -
+               static_cast<std::uint64_t>(table_->first.time_since_epoch().count());
+    }
 
     static constexpr std::uint32_t kBlock = 32;
 

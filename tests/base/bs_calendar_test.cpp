@@ -92,9 +92,12 @@ TEST(BsCalendar, GivesNothingOutsideItsTable) {
         EXPECT_EQ(calendar.toDays(date), std::nullopt);
         EXPECT_EQ(calendar.dayOfYear(date), 0u);
     }
-    for (const sys_days day : {calendar.firstDay() - days{1}, calendar.lastDay() + days{1}, sys_days{days{-800000}},
-                               sys_days{days{4000000}}}) {
+    constexpr days kFar{std::int64_t{1} << 32};  // a count that was cut to 32 bits would be inside again
+    for (const sys_days day :
+         {calendar.firstDay() - days{1}, calendar.lastDay() + days{1}, sys_days{days{-800000}}, sys_days{days{4000000}},
+          calendar.firstDay() + kFar, calendar.lastDay() - kFar, sys_days::min(), sys_days::max()}) {
         EXPECT_FALSE(calendar.covers(day));
+        EXPECT_EQ(calendar.indexOf(day), calendar.months().size());
         EXPECT_EQ(calendar.toDate(day), std::nullopt);
     }
     EXPECT_EQ(calendar.daysIn(BsYearMonth{BsYear{2100}, BsMonth{1}}), 0u);
