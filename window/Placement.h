@@ -28,26 +28,26 @@ struct Box {
 
 /// What is left of a monitor when a panel keeps a strip along one of its edges for itself. A strip that is not at an
 /// edge of this monitor takes nothing.
-/// @param strip where the panel is
+/// @param strip where the panel is, with all that lies between it and the edge of the desktop: with two monitors side
+///              by side that may be another monitor. One that would take more than half is another monitor's panel.
 [[nodiscard]] inline Box without(const Box& work, const Box& monitor, const Box& strip) {
-    const int left = std::max(work.x, strip.x), right = std::min(work.right(), strip.right());
-    const int top = std::max(work.y, strip.y), bottom = std::min(work.bottom(), strip.bottom());
-    if (left >= right || top >= bottom) return work;
-    Box rest = work;
-    if (strip.width >= strip.height) {
-        if (strip.y <= monitor.y) {
-            rest.y = bottom;
-            rest.height = work.bottom() - bottom;
-        } else if (strip.bottom() >= monitor.bottom()) {
-            rest.height = top - work.y;
+    const int left = std::max(monitor.x, strip.x), right = std::min(monitor.right(), strip.right());
+    const int top = std::max(monitor.y, strip.y), bottom = std::min(monitor.bottom(), strip.bottom());
+    const int width = right - left, height = bottom - top;
+    if (width <= 0 || height <= 0 || 2 * width * height > monitor.width * monitor.height) return work;
+    int fromX = work.x, fromY = work.y, toX = work.right(), toY = work.bottom();
+    if (width >= height) {
+        if (top == monitor.y) {
+            fromY = std::max(fromY, bottom);
+        } else if (bottom == monitor.bottom()) {
+            toY = std::min(toY, top);
         }
-    } else if (strip.x <= monitor.x) {
-        rest.x = right;
-        rest.width = work.right() - right;
-    } else if (strip.right() >= monitor.right()) {
-        rest.width = left - work.x;
+    } else if (left == monitor.x) {
+        fromX = std::max(fromX, right);
+    } else if (right == monitor.right()) {
+        toX = std::min(toX, left);
     }
-    return rest;
+    return {fromX, fromY, toX - fromX, toY - fromY};
 }
 
 }  // namespace dinmala

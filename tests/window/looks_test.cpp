@@ -37,6 +37,13 @@ TEST(Placement, StandsBesideAPanelOnEachEdgeAndNeverOverIt) {
     }
     EXPECT_EQ(without(monitor, monitor, {0, 0, 1366, 26}), monitor);       // a panel of the other monitor
     EXPECT_EQ(without(monitor, monitor, {1366, 300, 1366, 26}), monitor);  // at no edge
+    // What a panel keeps is told from the desktop's edge: over another monitor, or over nothing.
+    const Box left{0, 0, 1366, 768}, right{1366, 0, 1366, 768};
+    const Box inner{0, 0, 1406, 768};  // of a panel on the right monitor's left edge
+    EXPECT_EQ(without(right, right, inner), (Box{1406, 0, 1326, 768}));
+    EXPECT_EQ(without(left, left, inner), left);
+    EXPECT_EQ(without(left, left, {0, 40, 1406, 728}), left);  // the right one being lower
+    EXPECT_EQ(without(monitor, monitor, {1366, 0, 1366, 66}), (Box{1366, 66, 1366, 742}));
     std::mt19937 any{14};
     const Box work{1366, 66, 1366, 742};
     for (int i = 0; i < 1000; ++i) {
