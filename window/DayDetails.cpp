@@ -50,7 +50,7 @@ public:
             addTithis(listed->tithis);
         }
         add(tr("Sunrise"), when(panchanga::sunrise(day_, sky_.place())));
-        add(tr("Note"), listed ? trustNote(*listed) : noListsNote(page_.edition(), date.year));
+        add(tr("Note"), inDigits(listed ? trustNote(*listed) : noListsNote(page_.edition(), date.year), look_.digits));
         return std::move(lines_);
     }
 

@@ -32,6 +32,10 @@ std::string gradeWords(const AlmanacDay& day) {
 
 }  // namespace
 
+std::string inDigits(std::string text, Digits digits) {
+    return digits == Digits::devanagari ? inDevanagari(text) : text;
+}
+
 Page::Page(Edition edition, sys_days today, PageLook look)
     : edition_(std::move(edition)), today_(today), chosen_(inTable(today)), look_(look) {
     layOut();
@@ -134,15 +138,21 @@ std::array<std::string_view, 7> Page::weekDaysWhole() const {
     return names;
 }
 
-std::vector<std::string> Page::notes() const {
-    std::vector<std::string> notes;
-    if (!edition_.calendar.covers(today_)) notes.push_back(tr("today lies outside the table"));
+std::vector<std::string> Page::yearNotes() const {
     const BsYear year = month().year;
+    std::string note;
     if (!edition_.almanac.holds(year)) {
-        notes.push_back(noListsNote(edition_, year));
+        note = noListsNote(edition_, year);
     } else if (year > edition_.lastPublished) {
-        notes.push_back(tr("provisional: Nepal has not published BS {1}", {std::to_string(int{year})}));
+        note = tr("provisional: Nepal has not published BS {1}", {std::to_string(int{year})});
     }
+    if (note.empty()) return {};
+    return {inDigits(std::move(note), look_.digits)};
+}
+
+std::vector<std::string> Page::notes() const {
+    std::vector<std::string> notes = yearNotes();
+    if (!edition_.calendar.covers(today_)) notes.insert(notes.begin(), tr("today lies outside the table"));
     return notes;
 }
 

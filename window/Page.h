@@ -15,6 +15,9 @@
 
 namespace dinmala {
 
+/// A sentence with its numbers in the chosen digits.
+[[nodiscard]] std::string inDigits(std::string text, Digits digits);
+
 /// A day on the page, in six weeks that begin on Sunday.
 struct Cell {
     std::chrono::sys_days day;
@@ -90,8 +93,9 @@ public:
     /// The 42 days, Sunday's first. Holds until the page changes.
     [[nodiscard]] const Cells& cells() const { return cells_; }
 
-    /// What is to be said of the month: that today lies outside the table, that the year has no lists, that Nepal has
-    /// not published it. A sentence each; mostly none.
+    /// What is to be said of the year: that it has no lists, that Nepal has not published it. A sentence; mostly none.
+    [[nodiscard]] std::vector<std::string> yearNotes() const;
+    /// And that today lies outside the table.
     [[nodiscard]] std::vector<std::string> notes() const;
 
 private:

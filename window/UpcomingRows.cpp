@@ -37,7 +37,7 @@ UpcomingRows upcomingRows(const Page& page, UpcomingFilter filter) {
                                    dateWords(one.date, look.language, look.digits),
                                distanceWords(one.day - page.today(), look.digits), one.event.holiday});
     }
-    if (result.rows.empty()) result.whyNone = whyNoneOf(page, filter);
+    if (result.rows.empty()) result.whyNone = inDigits(whyNoneOf(page, filter), look.digits);
     return result;
 }
 

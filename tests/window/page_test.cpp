@@ -149,6 +149,7 @@ TEST(Page, FollowsTodayOverMidnightAndOutOfTheTable) {
     EXPECT_EQ(outside.notes().front(), "today lies outside the table");
     EXPECT_EQ(upcomingRows(outside, UpcomingFilter::all).whyNone, "today lies outside the table");
     outside.press(PageKey::monthBack);
+    EXPECT_EQ(outside.yearNotes().size(), outside.notes().size() - 1);  // nothing of today, as on paper
     EXPECT_TRUE(outside.press(PageKey::today));
     outside.setToday(kToday);
     EXPECT_EQ(outside.chosen(), kToday);
@@ -161,6 +162,9 @@ TEST(Page, SaysThatAYearHasNoLists) {
     EXPECT_EQ(first.notes(), std::vector<std::string>{why});
     EXPECT_EQ(cellOf(first, kToday).spoken,
               "Monday, 8 Mangsir 2083, 23 November 2026, no tithi or festival is listed, today");
+    first.setLook({});
+    EXPECT_TRUE(first.notes().front().ends_with("BS २०८३; this edition has them for २०६५ to २०७१"));
+    first.setLook(kEnglish);
     EXPECT_NE(detailsAt(first, kToday).find("Note: " + why), std::string::npos);
     EXPECT_EQ(upcomingRows(first, UpcomingFilter::all).whyNone, why);
     EXPECT_EQ(upcomingRows(first, UpcomingFilter::holidays).whyNone, "this edition tells no holidays");

@@ -98,10 +98,10 @@ std::size_t weeksOf(const Page& page) {
     return last / 7 + 1;
 }
 
-/// A sentence each of what is to be said, below the days.
+/// A sentence each of what is to be said, below the days. Nothing of today: the sheet hangs there on other days too.
 std::string notesOf(const Page& page) {
     std::string notes;
-    for (const std::string& note : page.notes()) notes += (notes.empty() ? "" : "  ") + note;
+    for (const std::string& note : page.yearNotes()) notes += (notes.empty() ? "" : "  ") + note;
     return notes;
 }
 
