@@ -175,7 +175,10 @@ Cell Page::cellOf(sys_days day) const {
     cell.chosen = day == chosen_;
     cell.otherMonth = !cell.date || cell.date->yearMonth() != month();
     cell.saturday = std::chrono::weekday{day} == std::chrono::Saturday;
-    if (!cell.date) return cell;
+    if (!cell.date) {
+        cell.spoken = spokenOf(cell, std::nullopt);
+        return cell;
+    }
 
     cell.bsDay = numberText(unsigned{cell.date->day}, look_.digits);
     const auto listed = edition_.almanac.day(*cell.date);
@@ -199,9 +202,11 @@ Cell Page::cellOf(sys_days day) const {
 
 std::string Page::spokenOf(const Cell& cell, const std::optional<AlmanacDay>& day) const {
     std::vector<std::string> parts{std::string{weekDayName(weekDayNumber(cell.day), look_.language)},
-                                   dateWords(*cell.date, look_.language, look_.digits),
                                    dateWords(cell.day, look_.language, look_.digits)};
-    if (day) {
+    if (cell.date) parts.insert(parts.begin() + 1, dateWords(*cell.date, look_.language, look_.digits));
+    if (!cell.date) {
+        parts.push_back(tr("outside the table"));
+    } else if (day) {
         for (const Tithi& tithi : day->tithis) parts.push_back(tithiWords(tithi, look_.language));
         for (const Event& event : day->events) parts.emplace_back(eventName(event, look_.language));
         if (cell.holiday > Holiday::observed) parts.push_back(holidayWords(cell.holiday));

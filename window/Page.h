@@ -21,7 +21,7 @@ namespace dinmala {
 /// A day on the page, in six weeks that begin on Sunday.
 struct Cell {
     std::chrono::sys_days day;
-    std::optional<BsDate> date;  ///< nothing for a day outside the table, which has no texts but that of its AD day
+    std::optional<BsDate> date;  ///< nothing for a day outside the table, which shows no text but its AD day
     std::string bsDay;           ///< "७"
     std::string adDay;           ///< "23", Western in every look
     std::string tithi;           ///< the one at sunrise, and after "/ " one that is skipped; "" without lists
@@ -34,7 +34,7 @@ struct Cell {
     bool otherMonth = false;  ///< of the month before or after
     bool saturday = false;
     /// The cell for one who hears it: weekday, whole BS and AD date, tithi, events, holiday or that nothing is listed,
-    /// "today", how far the day can be trusted.
+    /// "today", how far the day can be trusted. Outside the table weekday and AD date, and that it is outside.
     std::string spoken;
 };
 

@@ -40,7 +40,7 @@ void expectWhole(const Page& page) {
         const Cell& cell = page.cells()[i];
         ASSERT_EQ(cell.day, page.cells().front().day + days{i});
         ASSERT_EQ(cell.chosen, i == page.chosenCell());
-        ASSERT_EQ(cell.spoken.empty(), !calendar.covers(cell.day));
+        ASSERT_EQ(cell.spoken.ends_with("outside the table"), !calendar.covers(cell.day));
         own += cell.otherMonth ? 0U : 1U;
     }
     ASSERT_EQ(cellOf(page, page.chosen()).day, page.chosen());
@@ -107,7 +107,9 @@ TEST(Page, WalksToBothEndsAndNotBeyond) {
         for (const PageKey key : {PageKey::dayBack, PageKey::weekBack, PageKey::monthBack, PageKey::yearBack}) {
             EXPECT_FALSE(ends.press(key));
         }
-        EXPECT_FALSE(ends.cells().front().date);  // the Sunday before the table's first Monday
+        const Cell& before = ends.cells().front();  // the Sunday before the table's first Monday
+        EXPECT_EQ(before.spoken, "Sunday, 12 April 1942, outside the table");
+        EXPECT_TRUE(!before.date && before.bsDay.empty());
         ASSERT_TRUE(ends.goTo(calendar.lastDay()));
         for (const PageKey key :
              {PageKey::dayForward, PageKey::weekForward, PageKey::monthForward, PageKey::yearForward}) {
@@ -147,9 +149,9 @@ TEST(Page, FollowsTodayOverMidnightAndOutOfTheTable) {
     expectWhole(outside);
     EXPECT_EQ(outside.chosen(), outside.edition().calendar.lastDay());
     EXPECT_EQ(outside.notes().front(), "today lies outside the table");
+    EXPECT_EQ(outside.yearNotes().size(), outside.notes().size() - 1);  // nothing of today, as on paper
     EXPECT_EQ(upcomingRows(outside, UpcomingFilter::all).whyNone, "today lies outside the table");
     outside.press(PageKey::monthBack);
-    EXPECT_EQ(outside.yearNotes().size(), outside.notes().size() - 1);  // nothing of today, as on paper
     EXPECT_TRUE(outside.press(PageKey::today));
     outside.setToday(kToday);
     EXPECT_EQ(outside.chosen(), kToday);
@@ -160,11 +162,11 @@ TEST(Page, SaysThatAYearHasNoLists) {
     Page first = page(EditionId::first);
     const std::string why = "there are no tithis and festivals for BS 2083; this edition has them for 2065 to 2071";
     EXPECT_EQ(first.notes(), std::vector<std::string>{why});
-    EXPECT_EQ(cellOf(first, kToday).spoken,
-              "Monday, 8 Mangsir 2083, 23 November 2026, no tithi or festival is listed, today");
     first.setLook({});
     EXPECT_TRUE(first.notes().front().ends_with("BS २०८३; this edition has them for २०६५ to २०७१"));
     first.setLook(kEnglish);
+    EXPECT_EQ(cellOf(first, kToday).spoken,
+              "Monday, 8 Mangsir 2083, 23 November 2026, no tithi or festival is listed, today");
     EXPECT_NE(detailsAt(first, kToday).find("Note: " + why), std::string::npos);
     EXPECT_EQ(upcomingRows(first, UpcomingFilter::all).whyNone, why);
     EXPECT_EQ(upcomingRows(first, UpcomingFilter::holidays).whyNone, "this edition tells no holidays");
