@@ -143,6 +143,8 @@ public:
 
     /// The edition that is shown, as it stands now; holds until the next call.
     [[nodiscard]] const Edition& edition() const;
+    /// The one that was asked for at the start, until another is chosen in the menu.
+    [[nodiscard]] std::optional<EditionId> askedEdition() const { return platform_.askedEdition; }
     /// Choose the edition of the calendar, keep the choice and refresh.
     void setCurrentEdition(Sender);
     void setFirstEdition(Sender);

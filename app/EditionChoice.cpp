@@ -1,4 +1,5 @@
 // Which edition of the calendar is shown: asked for at the start, chosen in the menu, kept in the preferences.
+#include "agenda/EditionChoice.h"
 #include "agenda/Sentences.h"
 #include "app/AppDelegate.h"
 #include "app/Pieces.h"
@@ -8,8 +9,7 @@ namespace dinmala {
 
 EditionId AppDelegate::editionId() const {
     if (!platform_.edition) return EditionId::first;
-    if (platform_.askedEdition) return *platform_.askedEdition;
-    return editionNamed(prefs_->textForKey(kEditionKey)).value_or(EditionId::current);
+    return chosenEdition(platform_.askedEdition, prefs_->textForKey(kEditionKey));
 }
 
 const Edition& AppDelegate::edition() const {

@@ -14,6 +14,7 @@
 #include <iostream>
 #include <sstream>
 
+#include "agenda/EditionChoice.h"
 #include "agenda/EditionSource.h"
 #include "agenda/PageLook.h"
 #include "agenda/Sentences.h"
@@ -103,8 +104,6 @@ struct Asked {
 
 Asked asked(int argc, char** argv) {
     std::optional<std::string> word;
-    if (const char* variable = std::getenv("DINMALA_EDITION"); variable != nullptr && *variable != '\0')
-        word = variable;
     constexpr std::string_view kOption = "--edition";
     for (int i = 1; i < argc; ++i) {
         const std::string_view argument = argv[i];
@@ -113,6 +112,7 @@ Asked asked(int argc, char** argv) {
             word = argument.substr(kOption.size() + 1);
         }
     }
+    word = askedEditionWord(std::move(word));
     Asked result{word ? editionNamed(*word) : std::nullopt, {}};
     if (!result.edition) result.wrongEdition = word;
     return result;
@@ -136,11 +136,11 @@ int run(const FaceChoice& choice, LineForm lineForm, std::optional<EditionId> ed
     Interface interface { interfaceDefinition(bundle) };
 
     const std::string calendarProgram = inPanel ? windowProgram(bundle.bundlePath) : std::string{};
-    CalendarProgram calendar{bus, calendarProgram, tell};
+    const AppDelegate* shell = nullptr;
+    CalendarProgram calendar{bus, calendarProgram, [&] { return shell->askedEdition(); }, tell};
     std::function<void()> openCalendar;
     // The terminal's calendar opens when all is set up.
     KeyFilePreferences preferences{KeyFilePreferences::defaultPath(), tell};
-    const AppDelegate* shell = nullptr;
     const auto shown = [&]() -> TerminalFace::Shown {
         const auto now = std::chrono::floor<std::chrono::seconds>(systemNow());
         return {shell->edition(), nepalDay(now),

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "agenda/EditionChoice.h"
 #include "base/ReadFile.h"
 #include "base/Text.h"
 #include "cal/Messages.h"
@@ -49,8 +50,7 @@ Result<EditionId> named(const std::string& word, const std::string& where) {
 }  // namespace
 
 Result<EditionId> chosenEdition(const std::optional<std::string>& option) {
-    if (option) return named(*option, "--edition");
-    if (const std::string word = variable("DINMALA_EDITION"); !word.empty()) return named(word, "DINMALA_EDITION");
+    if (const auto word = askedEditionWord(option)) return named(*word, option ? "--edition" : kEditionVariable);
     return preferred().value_or(EditionId::current);
 }
 

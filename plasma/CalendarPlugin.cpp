@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "agenda/EditionChoice.h"
 #include "agenda/PageLook.h"
 #include "agenda/Sentences.h"
 #include "base/DateText.h"
@@ -79,8 +80,7 @@ CalendarPlugin::CalendarPlugin(QObject* parent)
 
 void CalendarPlugin::loadEventsForDateRange(const QDate& startDate, const QDate& endDate) {
     preferences_.reload();
-    const auto chosen = editionNamed(preferences_.textForKey(kEditionKey));
-    const Edition& edition = editions_.get(chosen.value_or(EditionId::current));
+    const Edition& edition = editions_.get(chosenEdition({}, preferences_.textForKey(kEditionKey)));
     const PageLook look = keptLook(preferences_.textForKey(kLanguageKey), preferences_.textForKey(kDigitsKey));
     (void)editions_.takeProblems();  // the panel program tells of them
 

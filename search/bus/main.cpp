@@ -6,6 +6,7 @@
 #include <iostream>
 #include <string>
 
+#include "agenda/EditionChoice.h"
 #include "agenda/EditionSource.h"
 #include "agenda/PageLook.h"
 #include "agenda/Sentences.h"
@@ -46,16 +47,14 @@ int run() {
 
     KeyFilePreferences preferences{KeyFilePreferences::defaultPath(), nullptr};
     EditionSource editions;
-    const char* const variable = std::getenv("DINMALA_EDITION");
-    const std::string word = variable != nullptr ? variable : "";
+    const std::string word = askedEditionWord().value_or("");
     const auto asked = editionNamed(word);
     if (!asked && !word.empty()) say(tr("there is no edition \"{1}\"; it is current or first", {word}));
 
     SearchService::Doors doors;
     doors.surroundings = [&]() -> SearchSurroundings {
         preferences.reload();
-        const auto chosen = editionNamed(preferences.textForKey(kEditionKey));
-        const Edition& edition = editions.get(asked.value_or(chosen.value_or(EditionId::current)));
+        const Edition& edition = editions.get(chosenEdition(asked, preferences.textForKey(kEditionKey)));
         (void)editions.takeProblems();  // the panel program tells of them
         const PageLook look = keptLook(preferences.textForKey(kLanguageKey), preferences.textForKey(kDigitsKey));
         return {edition, nepalDay(std::chrono::floor<std::chrono::seconds>(systemNow())), look.language, look.digits};

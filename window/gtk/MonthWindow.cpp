@@ -9,6 +9,7 @@
 #include <iostream>
 #include <utility>
 
+#include "agenda/EditionChoice.h"
 #include "agenda/Today.h"
 #include "base/Clock.h"
 #include "i18n/Translation.h"
@@ -87,10 +88,7 @@ void MonthWindow::watchFiles() {
     }
 }
 
-EditionId MonthWindow::editionId() const {
-    if (askedEdition_) return *askedEdition_;
-    return editionNamed(preferences_.textForKey(kEditionKey)).value_or(EditionId::current);
-}
+EditionId MonthWindow::editionId() const { return chosenEdition(askedEdition_, preferences_.textForKey(kEditionKey)); }
 
 void MonthWindow::readPreferences() {
     page_.setLook(keptLook(preferences_.textForKey(kLanguageKey), preferences_.textForKey(kDigitsKey)));

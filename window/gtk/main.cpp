@@ -14,6 +14,7 @@
 #include <string_view>
 #include <utility>
 
+#include "agenda/EditionChoice.h"
 #include "agenda/ReadDay.h"
 #include "agenda/Sentences.h"
 #include "agenda/Today.h"
@@ -96,20 +97,27 @@ std::optional<Options> readOptions(int argc, char** argv, std::string& error) {
     return options;
 }
 
-/// What the options ask for. The error is a sentence.
+/// The edition as the window shows it, with the years that people have put into folders.
+Edition shownEdition(std::optional<EditionId> asked, const KeyFilePreferences& preferences) {
+    return EditionSource{}.get(chosenEdition(asked, preferences.textForKey(kEditionKey)));
+}
+
+/// What the options and the environment ask for. The error is a sentence.
 std::optional<Asked> readAsked(const Options& options, std::string& error) {
     Asked asked;
     asked.convert = options.convert;
-    asked.edition = editionNamed(options.edition);
-    if (!options.edition.empty() && !asked.edition) {
-        error = tr("there is no edition \"{1}\"; it is current or first", {withoutControls(options.edition)});
-        return std::nullopt;
+    if (const auto word = askedEditionWord(options.edition.empty() ? std::nullopt : std::optional{options.edition})) {
+        asked.edition = editionNamed(*word);
+        if (!asked.edition) {
+            error = tr("there is no edition \"{1}\"; it is current or first", {withoutControls(*word)});
+            return std::nullopt;
+        }
     }
-    const BsCalendar& calendar = builtInEdition(asked.edition.value_or(EditionId::current)).calendar;
     std::string text = options.date;
     if (!options.month.empty()) text = options.month + "-01";
     if (text.empty()) return asked;
-    const auto found = readDay(text, CalendarKind::bs, calendar);
+    const KeyFilePreferences preferences{KeyFilePreferences::defaultPath(), nullptr};
+    const auto found = readDay(text, CalendarKind::bs, shownEdition(asked.edition, preferences).calendar);
     if (!found) {
         const std::string& wrong = options.month.empty() ? options.date : options.month;
         error = tr("\"{1}\" is no date of the calendar", {withoutControls(wrong)});
@@ -122,7 +130,8 @@ std::optional<Asked> readAsked(const Options& options, std::string& error) {
 /// The application with its window, while there is one.
 class Program {
 public:
-    explicit Program(Asked asked) : asked_(std::move(asked)) {}
+    /// @param isPlain whether no option asks for anything: then it closes the window that is open
+    Program(Asked asked, bool isPlain) : asked_(std::move(asked)), isPlain_(isPlain), edition_(asked_.edition) {}
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
@@ -164,7 +173,7 @@ private:
     /// Hands what is asked to the program that runs already.
     void askRunning() {
         GActionGroup* const other = G_ACTION_GROUP(application_);
-        if (!asked_.day && asked_.convert.empty() && !asked_.edition) {
+        if (isPlain_) {
             g_action_group_activate_action(other, "toggle", nullptr);
         } else {
             constexpr gint64 kNoDay = G_MININT64;
@@ -198,8 +207,10 @@ private:
 
     void open(const Asked& asked) {
         if (!window_) {
+            Asked first = asked;
+            if (!first.edition) first.edition = edition_;
             window_ =
-                std::make_unique<MonthWindow>(application_, asked, [this](MonthWindow::Closed how) { closed(how); });
+                std::make_unique<MonthWindow>(application_, first, [this](MonthWindow::Closed how) { closed(how); });
         }
         window_->show(asked);
     }
@@ -221,17 +232,16 @@ private:
     }
 
     Asked asked_;
+    bool isPlain_;
+    std::optional<EditionId> edition_;  ///< asked for at the start; for windows that are opened over the bus too
     GtkApplication* application_ = nullptr;
     std::unique_ptr<MonthWindow> window_;
     guint grace_ = 0;
 };
 
 int print(const Options& options, const Asked& asked) {
-    EditionSource editions;
     const KeyFilePreferences preferences{KeyFilePreferences::defaultPath(), say};
-    const auto chosen = editionNamed(preferences.textForKey(kEditionKey)).value_or(EditionId::current);
-    Page page{editions.get(asked.edition.value_or(chosen)),
-              nepalDay(std::chrono::floor<std::chrono::seconds>(systemNow())),
+    Page page{shownEdition(asked.edition, preferences), nepalDay(std::chrono::floor<std::chrono::seconds>(systemNow())),
               keptLook(preferences.textForKey(kLanguageKey), preferences.textForKey(kDigitsKey))};
     if (asked.day) page.goTo(*asked.day);
     const std::pair<std::string, Sheet> sheets[] = {{options.print, Sheet::month}, {options.printYear, Sheet::year}};
@@ -260,7 +270,8 @@ int start(int argc, char** argv) {
         say(tr("there is no display to show the window on (see the variables DISPLAY and WAYLAND_DISPLAY)"));
         return kUsageError;
     }
-    return Program{*asked}.run(options->isService);
+    const bool isPlain = !asked->day && asked->convert.empty() && options->edition.empty();
+    return Program{*asked, isPlain}.run(options->isService);
 }
 
 }  // namespace

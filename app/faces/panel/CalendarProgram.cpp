@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "agenda/EditionChoice.h"
 #include "i18n/Translation.h"
 
 namespace dinmala {
@@ -18,9 +19,11 @@ constexpr int kPatience = 2000;                 // milliseconds
 
 }  // namespace
 
-CalendarProgram::CalendarProgram(Glib::RefPtr<Gio::DBus::Connection> connection, std::string program, Tell tell)
+CalendarProgram::CalendarProgram(Glib::RefPtr<Gio::DBus::Connection> connection, std::string program,
+                                 AskedEdition edition, Tell tell)
     : connection_(std::move(connection)),
       program_(std::move(program)),
+      edition_(std::move(edition)),
       tell_(std::move(tell)),
       cancellable_(Gio::Cancellable::create()) {}
 
@@ -69,7 +72,11 @@ void CalendarProgram::ask(const char* action, const std::string& token) {
 void CalendarProgram::start(const std::string& token) {
     if (child_.connected()) return;  // it runs, and its name is not on the bus yet
     std::vector<std::string> environment = Glib::listenv();
+    std::erase(environment, kEditionVariable);
     for (std::string& name : environment) name += "=" + Glib::getenv(name);
+    if (const auto edition = edition_()) {
+        environment.push_back(std::string{kEditionVariable} + "=" + std::string{editionName(*edition)});
+    }
     if (!token.empty()) {
         environment.push_back("XDG_ACTIVATION_TOKEN=" + token);
         environment.push_back("DESKTOP_STARTUP_ID=" + token);

@@ -4,8 +4,11 @@
 #include <giomm.h>
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 
+#include "almanac/Edition.h"
 #include "desktop/Files.h"
 
 namespace dinmala {
@@ -13,9 +16,13 @@ namespace dinmala {
 /// Asks the running month window over the session bus, or starts its program.
 class CalendarProgram {
 public:
+    using AskedEdition = std::function<std::optional<EditionId>()>;
+
     /// @param program its path
+    /// @param edition gives the edition that this program was asked for, which is handed on
     /// @param tell    hears when it cannot be started
-    CalendarProgram(Glib::RefPtr<Gio::DBus::Connection> connection, std::string program, Tell tell);
+    CalendarProgram(Glib::RefPtr<Gio::DBus::Connection> connection, std::string program, AskedEdition edition,
+                    Tell tell);
     ~CalendarProgram();
     CalendarProgram(const CalendarProgram&) = delete;
     CalendarProgram& operator=(const CalendarProgram&) = delete;
@@ -33,6 +40,7 @@ private:
 
     Glib::RefPtr<Gio::DBus::Connection> connection_;
     std::string program_;
+    AskedEdition edition_;
     Tell tell_;
     Glib::RefPtr<Gio::Cancellable> cancellable_;
     std::int64_t lastClick_ = 0;  ///< monotonic microseconds; 0 before the first
