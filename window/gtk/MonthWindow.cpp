@@ -77,6 +77,7 @@ void MonthWindow::watchFiles() {
         GFile* const file = g_file_new_for_path(path.c_str());
         if (GFileMonitor* const monitor = g_file_monitor(file, G_FILE_MONITOR_NONE, nullptr, nullptr)) {
             g_signal_connect_swapped(monitor, "changed", G_CALLBACK(+[](MonthWindow* self) {
+    g_signal_handlers_disconnect_by_data(gtk_widget_get_screen(window_), this);
                                          self->watchFiles();
                                          self->preferences_.reload();
                                          self->readPreferences();
@@ -231,6 +232,8 @@ void MonthWindow::show(const Asked& asked) {
     if (!isPinned_) place_.begin(GTK_WINDOW(window_));
     presentNow(GTK_WINDOW(window_));
 }
+    g_signal_connect_swapped(gtk_widget_get_screen(window_), "monitors-changed",
+                             G_CALLBACK(+[](MonthWindow* self) { self->place_.rescue(); }), this);
 
 void MonthWindow::fitOnScreen() {
     if (gtk_widget_get_parent(content_) != window_) return;

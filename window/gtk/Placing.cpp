@@ -98,6 +98,19 @@ void PlaceBesidePanel::keep(int width, int height) {
     gtk_window_move(window_, place.x, place.y);
 }
 
+void PlaceBesidePanel::rescue() {
+    if (window_ == nullptr) return;
+    GdkRectangle box, monitor, seen;
+    gtk_window_get_position(window_, &box.x, &box.y);
+    gtk_window_get_size(window_, &box.width, &box.height);
+    GdkDisplay* const display = gtk_widget_get_display(GTK_WIDGET(window_));
+    gdk_monitor_get_geometry(gdk_display_get_monitor_at_point(display, box.x + box.width / 2, box.y + box.height / 2),
+                             &monitor);
+    if (gdk_rectangle_intersect(&box, &monitor, &seen) != FALSE && gdk_rectangle_equal(&box, &seen) != FALSE) return;
+    width_ = 0;
+    keep(box.width, box.height);
+}
+
 GdkRectangle roomAtPointer(GtkWindow* window) {
     GdkDisplay* const display = gtk_widget_get_display(GTK_WIDGET(window));
     GdkMonitor* monitor = gdk_display_get_monitor(display, 0);

@@ -13,6 +13,8 @@ public:
     void begin(GtkWindow* window);
     /// When it has another size.
     void keep(int width, int height);
+    /// When there are other monitors: a window that stands on none of them whole is placed anew.
+    void rescue();
 
 private:
     GtkWindow* window_ = nullptr;
