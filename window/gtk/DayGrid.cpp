@@ -1,5 +1,6 @@
 #include "window/gtk/DayGrid.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -36,8 +37,12 @@ std::string_view doubt(Grade grade) {
 
 }  // namespace
 
-DayGrid::DayGrid(const Page& page, std::function<void(std::size_t, bool)> chosen)
-    : page_(page), chosen_(std::move(chosen)), frame_(gtk_event_box_new()) {
+DayGrid::DayGrid(const Page& page, std::function<void(std::size_t)> chosen, std::function<void()> opened)
+    : page_(page),
+      chosen_(std::move(chosen)),
+      opened_(std::move(opened)),
+      frame_(gtk_event_box_new()),
+      presses_(gtk_gesture_multi_press_new(frame_)) {
     GtkWidget* const table = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
     atk_object_set_role(gtk_widget_get_accessible(table), ATK_ROLE_TABLE);
     const auto newRow = [table](bool grows) {
@@ -68,10 +73,15 @@ DayGrid::DayGrid(const Page& page, std::function<void(std::size_t, bool)> chosen
         gtk_box_pack_start(GTK_BOX(row), day.widget, TRUE, TRUE, 0);
     }
     gtk_container_add(GTK_CONTAINER(frame_), table);
-    gtk_widget_add_events(frame_, GDK_BUTTON_PRESS_MASK);
-    g_signal_connect_swapped(frame_, "button-press-event",
-                             G_CALLBACK(+[](DayGrid* self, GdkEventButton* event) -> gboolean {
-                                 self->click(*event);
+    gtk_gesture_single_set_button(GTK_GESTURE_SINGLE(presses_), GDK_BUTTON_PRIMARY);
+    g_signal_connect_swapped(
+        presses_, "pressed",
+        G_CALLBACK(+[](DayGrid* self, int times, double x, double y) { self->click(times, x, y); }), this);
+    g_signal_connect_swapped(frame_, "focus", G_CALLBACK(+[](DayGrid* self, GtkDirectionType) -> gboolean {
+                                 // Not from one of the 42 to the next, which arrows do.
+                                 g_signal_stop_emission_by_name(self->frame_, "focus");
+                                 if (self->hasFocus()) return FALSE;
+                                 gtk_widget_grab_focus(self->days_[self->page_.chosenCell()].widget);
                                  return TRUE;
                              }),
                              this);
@@ -84,11 +94,11 @@ DayGrid::DayGrid(const Page& page, std::function<void(std::size_t, bool)> chosen
     measure();
 }
 
+DayGrid::~DayGrid() { g_object_unref(presses_); }
+
 bool DayGrid::hasFocus() const {
-    for (const Day& day : days_) {
-        if (gtk_widget_has_focus(day.widget) != FALSE) return true;
-    }
-    return false;
+    return std::any_of(days_.begin(), days_.end(),
+                       [](const Day& day) { return gtk_widget_is_focus(day.widget) != FALSE; });
 }
 
 void DayGrid::measure() {
@@ -136,24 +146,22 @@ void DayGrid::update(bool focus) {
         if (before == nullptr || spoken != before) atk_object_set_name(told, spoken.c_str());
     }
     gtk_widget_queue_draw(frame_);
-    if (!focus) return;
     GtkWidget* const chosen = days_[page_.chosenCell()].widget;
-    if (gtk_widget_has_focus(chosen) == FALSE) {
-        gtk_widget_grab_focus(chosen);
-    } else {
+    if (gtk_widget_is_focus(chosen) == FALSE) {
+        if (focus || hasFocus()) gtk_widget_grab_focus(chosen);
+    } else if (focus) {
         // Another month's day in the same place: to one who hears it, the keyboard has moved all the same.
         atk_object_notify_state_change(gtk_widget_get_accessible(chosen), ATK_STATE_FOCUSED, TRUE);
     }
 }
 
-void DayGrid::click(const GdkEventButton& event) {
-    if (event.button != GDK_BUTTON_PRIMARY || event.type == GDK_3BUTTON_PRESS) return;
+void DayGrid::click(int times, double x, double y) {
+    if (times > 2) return;
     for (const Day& day : days_) {
         GtkAllocation box;
         gtk_widget_get_allocation(day.widget, &box);
-        const double x = event.x - box.x, y = event.y - box.y;
-        if (x < 0 || y < 0 || x >= box.width || y >= box.height) continue;
-        return chosen_(day.place, event.type == GDK_2BUTTON_PRESS);
+        if (x < box.x || y < box.y || x >= box.x + box.width || y >= box.y + box.height) continue;
+        return times == 1 ? chosen_(day.place) : opened_();
     }
 }
 

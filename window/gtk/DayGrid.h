@@ -14,11 +14,13 @@
 namespace dinmala {
 
 /// A widget a day, in boxes of weeks: so screen readers hear them in order. They live as long as the window; another
-/// month only makes them say something else.
+/// month only makes them say something else. The tab key comes to the chosen day and leaves from any.
 class DayGrid {
 public:
-    /// @param chosen hears which cell was clicked, and whether twice
-    DayGrid(const Page& page, std::function<void(std::size_t cell, bool twice)> chosen);
+    /// @param chosen hears which cell was clicked
+    /// @param opened hears the second click, by which time another day may stand there
+    DayGrid(const Page& page, std::function<void(std::size_t cell)> chosen, std::function<void()> opened);
+    ~DayGrid();
     DayGrid(const DayGrid&) = delete;
     DayGrid& operator=(const DayGrid&) = delete;
 
@@ -29,8 +31,8 @@ public:
     /// Whether there is no font for the names.
     [[nodiscard]] bool lacksDevanagari() { return texts_.lacksDevanagari(); }
 
-    /// The page has changed.
-    /// @param focus whether the keyboard goes to the chosen day
+    /// The page has changed. The keyboard goes along where it is at a day.
+    /// @param focus whether it comes to the chosen day from elsewhere too, and a screen reader hears of that day anyway
     void update(bool focus);
 
 private:
@@ -45,11 +47,13 @@ private:
     void draw(std::size_t place, GtkWidget* widget, cairo_t* cairo);
     void drawText(cairo_t* cairo, TextCache::Style style, std::string_view text, double x, double y, double width,
                   bool right = false);
-    void click(const GdkEventButton& event);
+    void click(int times, double x, double y);
 
     const Page& page_;
-    std::function<void(std::size_t, bool)> chosen_;
+    std::function<void(std::size_t)> chosen_;
+    std::function<void()> opened_;
     GtkWidget* frame_;
+    GtkGesture* presses_;
     std::array<GtkWidget*, 7> headings_{};
     std::array<Day, Page::kCells> days_{};
     TextCache texts_;

@@ -180,11 +180,8 @@ void MonthWindow::build() {
     GtkWidget* const box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
     gtk_container_set_border_width(GTK_CONTAINER(box), 8);
     gtk_box_pack_start(GTK_BOX(box), buildHeader(), FALSE, FALSE, 0);
-    grid_ = std::make_unique<DayGrid>(page_, [this](std::size_t cell, bool twice) {
-        page_.goTo(page_.cells()[cell].day);
-        update();
-        if (twice) pane_->show(Pane::Part::day);
-    });
+    grid_ = std::make_unique<DayGrid>(
+        page_, [this](std::size_t cell) { goTo(page_.cells()[cell].day); }, [this] { pane_->show(Pane::Part::day); });
     gtk_box_pack_start(GTK_BOX(box), grid_->widget(), TRUE, TRUE, 0);
     notes_ = gtk_label_new(nullptr);
     gtk_label_set_line_wrap(GTK_LABEL(notes_), TRUE);
