@@ -32,6 +32,27 @@ GtkWidget* addRow(GtkWidget* menu, GtkWidget* item, MonthWindow* window, Chosen 
     return item;
 }
 
+/// The letter of a key, small; where another script is being written, the Latin one that the keyboard has there too.
+guint latinKey(const GdkEventKey& event) {
+    constexpr guint kLastAscii = 0x7E, kFirstFunction = 0xFD00;  // functions: arrows, Enter, F1
+    if (event.keyval <= kLastAscii || (event.keyval >= kFirstFunction && event.keyval <= 0xFFFF)) {
+        return gdk_keyval_to_lower(event.keyval);
+    }
+    GdkKeymap* const keys = gdk_keymap_get_for_display(gdk_window_get_display(event.window));
+    GdkKeymapKey* places = nullptr;
+    guint* found = nullptr;
+    int count = 0;
+    guint latin = event.keyval;
+    if (gdk_keymap_get_entries_for_keycode(keys, event.hardware_keycode, &places, &found, &count) != FALSE) {
+        for (int i = count - 1; i >= 0; --i) {
+            if (places[i].level == 0 && found[i] >= GDK_KEY_a && found[i] <= GDK_KEY_z) latin = found[i];
+        }
+    }
+    g_free(places);
+    g_free(found);
+    return latin;
+}
+
 }  // namespace
 
 MonthWindow::MonthWindow(GtkApplication* application, const Asked& asked, std::function<void(Closed)> closed)
@@ -373,7 +394,7 @@ bool MonthWindow::key(GdkEventKey& event) {
     const guint modifiers = event.state & static_cast<guint>(gtk_accelerator_get_default_mod_mask());
     const bool shift = (modifiers & GDK_SHIFT_MASK) != 0;
     if ((modifiers & GDK_CONTROL_MASK) != 0) {
-        switch (gdk_keyval_to_lower(event.keyval)) {
+        switch (latinKey(event)) {
             case GDK_KEY_p:
                 return print(shift), true;
             case GDK_KEY_c:
@@ -415,7 +436,7 @@ bool MonthWindow::key(GdkEventKey& event) {
         if (inList || onButton) return false;
         return pane_->show(Pane::Part::day), true;
     }
-    return letter(gdk_keyval_to_lower(event.keyval));
+    return letter(latinKey(event));
 }
 
 bool MonthWindow::letter(guint key) {
