@@ -21,11 +21,13 @@ struct UpcomingRow {
     std::string date;  ///< "सोमवार, ७ मंसिर २०८३"
     std::string left;  ///< "in 12 days"
     Holiday holiday{};
+    friend bool operator==(const UpcomingRow&, const UpcomingRow&) = default;
 };
 
 struct UpcomingRows {
     std::vector<UpcomingRow> rows;  ///< in order
     std::string whyNone;            ///< a sentence where there is no row
+    friend bool operator==(const UpcomingRows&, const UpcomingRows&) = default;
 };
 
 /// What follows the page's today, as far as agenda/Upcoming.h reaches.

@@ -136,7 +136,7 @@ void Pane::buildUpcoming() {
     GtkTreeView* const view = GTK_TREE_VIEW(list_);
     gtk_tree_view_set_headers_visible(view, FALSE);
     gtk_tree_view_set_activate_on_single_click(view, TRUE);
-    gtk_tree_view_set_search_column(view, kName);
+    gtk_tree_view_set_enable_search(view, FALSE);  // letters are the window's keys
     atk_object_set_name(gtk_widget_get_accessible(list_), tr("Upcoming").c_str());
     for (const int column : {kDate, kLeft, kName}) {
         GtkCellRenderer* const text = gtk_cell_renderer_text_new();
@@ -158,14 +158,16 @@ void Pane::buildUpcoming() {
 
 void Pane::fillUpcoming() {
     if (list_ == nullptr) return;
-    const UpcomingRows found = upcomingRows(page_, filter_);
+    UpcomingRows found = upcomingRows(page_, filter_);
+    if (found == filled_) return;  // whoever stands at a row stays there
+    filled_ = std::move(found);
     gtk_list_store_clear(rows_);
-    for (const UpcomingRow& row : found.rows) {
+    for (const UpcomingRow& row : filled_.rows) {
         gtk_list_store_insert_with_values(rows_, nullptr, -1, kDay, gint64{row.day.time_since_epoch().count()}, kDate,
                                           row.date.c_str(), kLeft, row.left.c_str(), kName, row.name.c_str(), -1);
     }
-    gtk_label_set_text(GTK_LABEL(whyNone_), found.whyNone.c_str());
-    gtk_widget_set_visible(whyNone_, found.whyNone.empty() ? FALSE : TRUE);
+    gtk_label_set_text(GTK_LABEL(whyNone_), filled_.whyNone.c_str());
+    gtk_widget_set_visible(whyNone_, filled_.whyNone.empty() ? FALSE : TRUE);
 }
 
 void Pane::buildConverter() {
@@ -195,6 +197,7 @@ void Pane::answer() {
         if (!text.empty()) text += "\n";
         text += answer.text;
     }
+    if (text == gtk_label_get_text(GTK_LABEL(answers_))) return;  // what is written there is told again
     gtk_label_set_text(GTK_LABEL(answers_), text.c_str());
 }
 

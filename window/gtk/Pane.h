@@ -45,6 +45,7 @@ private:
     bool isSwitching_ = true;  ///< the tabs are set here and not by a click
 
     GtkWidget* details_;
+    UpcomingRows filled_;  ///< what the list has
     GtkListStore* rows_ = nullptr;
     GtkWidget* list_ = nullptr;
     GtkWidget* whyNone_ = nullptr;
