@@ -71,8 +71,13 @@ MonthWindow::MonthWindow(GtkApplication* application, const Asked& asked, std::f
 
 MonthWindow::~MonthWindow() {
     forgetFiles();
+    for (GtkWidget* const above : {menu_, shortcuts_}) {
+        if (above != nullptr) gtk_widget_destroy(above);
+    }
+    if (ending_ != 0) g_source_remove(ending_);
     if (clockSource_ != 0) g_source_remove(clockSource_);
     if (clock_ >= 0) ::close(clock_);
+    g_signal_handlers_disconnect_by_data(gtk_widget_get_screen(window_), this);
     g_signal_handlers_disconnect_by_data(window_, this);
     gtk_widget_destroy(window_);
 }
@@ -98,7 +103,6 @@ void MonthWindow::watchFiles() {
         GFile* const file = g_file_new_for_path(path.c_str());
         if (GFileMonitor* const monitor = g_file_monitor(file, G_FILE_MONITOR_NONE, nullptr, nullptr)) {
             g_signal_connect_swapped(monitor, "changed", G_CALLBACK(+[](MonthWindow* self) {
-    g_signal_handlers_disconnect_by_data(gtk_widget_get_screen(window_), this);
                                          self->watchFiles();
                                          self->preferences_.reload();
                                          self->readPreferences();
@@ -228,6 +232,8 @@ void MonthWindow::build() {
                                  return TRUE;
                              }),
                              this);
+    g_signal_connect_swapped(gtk_widget_get_screen(window_), "monitors-changed",
+                             G_CALLBACK(+[](MonthWindow* self) { self->place_.rescue(); }), this);
     g_signal_connect_swapped(window_, "size-allocate", G_CALLBACK(+[](MonthWindow* self, GtkAllocation* size) {
                                  if (!self->isPinned_) self->place_.keep(size->width, size->height);
                              }),
@@ -237,6 +243,11 @@ void MonthWindow::build() {
 // --- What it shows --------------------------------------------------------------------------------
 
 void MonthWindow::show(const Asked& asked) {
+    if (ending_ != 0) {
+        // It was just closed, and is wanted again.
+        g_source_remove(std::exchange(ending_, 0));
+        wasActive_ = false;
+    }
     if (asked.edition && asked.edition != askedEdition_) {
         askedEdition_ = asked.edition;
         readPreferences();
@@ -250,8 +261,6 @@ void MonthWindow::show(const Asked& asked) {
     if (!isPinned_) place_.begin(GTK_WINDOW(window_));
     presentNow(GTK_WINDOW(window_));
 }
-    g_signal_connect_swapped(gtk_widget_get_screen(window_), "monitors-changed",
-                             G_CALLBACK(+[](MonthWindow* self) { self->place_.rescue(); }), this);
 
 void MonthWindow::fitOnScreen() {
     if (gtk_widget_get_parent(content_) != window_) return;
@@ -313,20 +322,19 @@ void MonthWindow::goTo(std::chrono::sys_days day) {
 }
 
 void MonthWindow::close(Closed how) {
-    if (!closed_) return;
+    if (ending_ != 0 || isPrinting_) return;
+    how_ = how;
     gtk_widget_hide(window_);
     // After whatever signal this comes from.
-    struct Ending {
-        std::function<void(Closed)> closed;
-        Closed how;
-    };
-    g_idle_add(
+    ending_ = g_idle_add(
         [](gpointer data) -> gboolean {
-            const std::unique_ptr<Ending> ending{static_cast<Ending*>(data)};
-            ending->closed(ending->how);
+            auto* const self = static_cast<MonthWindow*>(data);
+            self->ending_ = 0;
+            const auto closed = self->closed_;  // outlives the window
+            closed(self->how_);
             return G_SOURCE_REMOVE;
         },
-        new Ending{std::exchange(closed_, nullptr), how});
+        this);
 }
 
 void MonthWindow::focusChanged() {
@@ -379,9 +387,12 @@ void MonthWindow::dialog(bool isOpen) {
 }
 
 void MonthWindow::print(bool year) {
+    if (isPrinting_) return;
+    isPrinting_ = true;  // what else happens meanwhile must not close the window under the printer's dialog
     dialog(true);
     printSheet(GTK_WINDOW(window_), page_, year ? Sheet::year : Sheet::month);
     dialog(false);
+    isPrinting_ = false;
 }
 
 // --- Keys -----------------------------------------------------------------------------------------
@@ -458,6 +469,8 @@ bool MonthWindow::letter(guint key) {
 
 void MonthWindow::popUp(GtkWidget* button, GtkWidget* menu) {
     ++busy_;
+    menu_ = menu;
+    g_signal_connect(menu, "destroy", G_CALLBACK(gtk_widget_destroyed), &menu_);
     gtk_menu_attach_to_widget(GTK_MENU(menu), button, nullptr);
     gtk_widget_show_all(menu);
     g_signal_connect_swapped(menu, "deactivate", G_CALLBACK(+[](MonthWindow* self) { --self->busy_; }), this);
@@ -579,8 +592,14 @@ void MonthWindow::showShortcuts() {
     }
     gtk_container_add(GTK_CONTAINER(window), section);
     gtk_window_set_transient_for(GTK_WINDOW(window), GTK_WINDOW(window_));
+    gtk_window_set_destroy_with_parent(GTK_WINDOW(window), TRUE);
     dialog(true);
-    g_signal_connect_swapped(window, "destroy", G_CALLBACK(+[](MonthWindow* self) { self->dialog(false); }), this);
+    shortcuts_ = window;
+    g_signal_connect_swapped(window, "destroy", G_CALLBACK(+[](MonthWindow* self) {
+                                 self->shortcuts_ = nullptr;
+                                 self->dialog(false);
+                             }),
+                             this);
     gtk_widget_show(window);
 }
 

@@ -32,7 +32,7 @@ public:
     /// How it was closed.
     enum class Closed { byUser, byFocus };
 
-    /// @param closed called once; the window may be deleted in it
+    /// @param closed the window may be deleted in it
     MonthWindow(GtkApplication* application, const Asked& asked, std::function<void(Closed)> closed);
     ~MonthWindow();
     MonthWindow(const MonthWindow&) = delete;
@@ -40,6 +40,7 @@ public:
 
     /// Shows what is asked for, today where nothing is, and comes to the front.
     void show(const Asked& asked);
+    /// Not while it prints.
     void close(Closed how = Closed::byUser);
 
 private:
@@ -86,12 +87,17 @@ private:
     GtkWidget* adMonths_ = nullptr;
     GtkWidget* notes_ = nullptr;
     GtkWidget* menuButton_ = nullptr;
+    GtkWidget* menu_ = nullptr;  ///< the one that is open, as the next
+    GtkWidget* shortcuts_ = nullptr;
     std::unique_ptr<DayGrid> grid_;
     std::unique_ptr<Pane> pane_;
     std::vector<GFileMonitor*> monitors_;
     PlaceBesidePanel place_;
     bool isPinned_ = false;
     bool wasActive_ = false;
+    bool isPrinting_ = false;
+    guint ending_ = 0;  ///< the source that ends it, once it is closed
+    Closed how_ = Closed::byUser;
     int busy_ = 0;  ///< menus and dialogs of its own that are open
     int clock_ = -1;
     guint clockSource_ = 0;

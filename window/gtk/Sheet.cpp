@@ -201,7 +201,7 @@ void draw(cairo_t* cairo, const Page& page, Sheet sheet, double width, double he
 }
 
 struct Job {
-    const Page& page;
+    Page page;  // a copy: while the dialog is open the window goes on
     Sheet sheet;
 };
 
