@@ -1,18 +1,36 @@
 """window-HOST [PROGRAM [PICTURES]]: the month window, which is beside the program, from a real click on the item in a
 panel with a window manager: its place, toggle, Esc, the keyboard elsewhere, double and many clicks, the menu's row. In
-MATE also what a screen reader hears of it; no display, no session bus; months on paper."""
+MATE and Xfce also two monitors, one of which goes. In MATE also what a screen reader hears of it, at midnight too; no
+display, no session bus; months on paper; a second start while its dialogs are open."""
 
+import datetime
 import json
 import os
 import signal
 import subprocess
 
 from trials.panels import TEXT, TILE, Story
+from trials.screen import Screen
 from trials.trial import HERE, Stop, running, until
 
 NAME = "org.dinmala.Dinmala.Window"
 MANAGERS = {"mate": ["marco"], "xfce": ["xfwm4", "--compositor=off"]}
 PANELS = {"mate": "mate-panel", "xfce": "xfce4-panel", "lxqt": "lxqt-panel"}
+
+
+class Monitors(Screen):
+    """Two of 1024 x 768 beside each other."""
+
+    def __init__(self, trial):
+        parts = ('Section "Device"\nIdentifier "two"\nDriver "dummy"\nVideoRam 32768\nEndSection\n'
+                 'Section "Screen"\nIdentifier "both"\nDevice "two"\nDefaultDepth 24\nEndSection\n')
+        server = trial.start(["Xorg", "-displayfd", "1", "-config", trial.write("xorg.conf", parts), "-logfile", trial.path("xorg.log"),
+                              "-noreset", "-novtswitch", "-sharevts"], stdout=subprocess.PIPE, text=True)
+        self.display = f":{server.stdout.readline().strip()}"
+        self.environment = trial.environment(DISPLAY=self.display)
+        self.run("xrandr", "--addmode", "DUMMY1", "1024x768")
+        self.run("xrandr", "--output", "DUMMY1", "--mode", "1024x768", "--right-of", "DUMMY0")
+        self.run("xrandr")  # without the question the second still counts as not connected
 
 
 class Listener:
@@ -43,10 +61,10 @@ class Window:
         self.executable = os.path.join(os.path.dirname(story.executable), "dinmala-window")
         self.environment = {**story.host.environment, **story.clock.environment}
 
-    def box(self, name="dinmala-window"):
+    def box(self, name="dinmala-window", environment=None):
         """x, y, width and height of a program's widest window that is seen, or None."""
         found = subprocess.run(["xdotool", "search", "--onlyvisible", "--class", name, "getwindowgeometry", "--shell", "%@"],
-                               env=self.environment, capture_output=True, text=True).stdout
+                               env=environment or self.environment, capture_output=True, text=True).stdout
         boxes = [dict(line.split("=") for line in one.splitlines() if "=" in line) for one in found.split("WINDOW=")[1:]]
         boxes = [tuple(int(one[key]) for key in ("X", "Y", "WIDTH", "HEIGHT")) for one in boxes]
         return max(boxes, key=lambda one: one[2], default=None)
@@ -120,6 +138,60 @@ class Window:
             os.kill(number, signal.SIGTERM)
         until(self.gone, 5)
 
+    def two_monitors(self):
+        """An X server without hardware is for root."""
+        trial, screen = self.trial, Monitors(self.trial)
+        environment = {**self.environment, "DISPLAY": screen.display}
+        manager = trial.start(MANAGERS[self.story.name], environment)
+        until(lambda: not subprocess.run(["xdotool", "get_desktop"], env=environment, capture_output=True).returncode)
+        screen.point(1500, 5)
+        lone = trial.start([self.executable], environment)
+        box = trial.need("with two monitors it is there", lambda: self.box(environment=environment))
+        trial.check(f"  whole on the pointer's: {box}", 1024 <= box[0] <= 2048 - box[2] and 0 <= box[1] <= 768 - box[3])
+        screen.run("xrandr", "--output", "DUMMY1", "--off")
+        trial.check("  and on the other one when that is gone",
+                    lambda: 0 <= self.box(environment=environment)[0] <= 1024 - box[2])
+        trial.end(lone)
+        trial.end(manager)
+
+    def survives(self):
+        """A second start closes it, but not under a printer's dialog; what strangers ask is no harm."""
+        trial, screen = self.trial, self.story.screen
+        lone = trial.start([self.executable], self.environment)
+        trial.need("it is there to be closed", self.box)
+        until(lambda: False, 0.5)
+        bare = self.box()
+        screen.press("ctrl+p")
+        trial.check("Ctrl+P asks for a printer", lambda: self.box() != bare)
+        self.run()
+        self.story.picture("printing")
+        screen.press("Escape")
+        trial.check("  and a second start meanwhile leaves it open", lambda: self.box() == bare and lone.poll() is None)
+        far = "[<(int64 4294967296, '', '')>]"
+        self.story.screen.run("env", f"DBUS_SESSION_BUS_ADDRESS={self.environment['DBUS_SESSION_BUS_ADDRESS']}", "gdbus", "call", "--session",
+                              "--dest", NAME, "--object-path", "/org/dinmala/Dinmala/Window",
+                              "--method", "org.freedesktop.Application.ActivateAction", "show", far, "{}")
+        until(lambda: False, 0.5)
+        trial.equal("  nor does a day out of all calendars end it", lone.poll(), None)
+        screen.press("F1")
+        self.run()
+        trial.equal("  with its keys open it is closed by a second start, and ends with", lone.poll, 0)
+
+    def midnight(self, listener):
+        trial, clock = self.trial, self.story.clock
+        before, clock.now = clock.now, datetime.datetime(2026, 11, 24, 18, 14, 57)
+        clock.move()
+        lone = trial.start([self.executable], {name: value for name, value in self.environment.items() if name != "NO_AT_BRIDGE"})
+        trial.check("three seconds before midnight it is at 24 November",
+                    lambda: "२४ नोभेम्बर २०२६" in (listener.heard("focus") or ""))
+        clock.move(seconds=5)
+        trial.check("  and after it at the next day, the keyboard too",
+                    lambda: "२५ नोभेम्बर २०२६" in (listener.heard("focus") or "") and "today" in listener.heard("focus"))
+        self.story.picture("midnight")
+        trial.end(lone)
+        clock.now = before
+        clock.move()
+
     def hears(self):
         trial, screen = self.trial, self.story.screen
         environment = {**self.environment, "NO_AT_BRIDGE": None}
@@ -145,12 +217,32 @@ class Window:
                           ("shift+Prior", " १५ पौष २०८२"), ("Home", "today")):
             screen.press(key)
             trial.check(f"  it hears {part.strip()} after {key}", lambda: part in (listener.heard("focus") or ""), 8)
+        screen.press("Tab")
+        trial.check("  Tab leaves the days", lambda: listener.heard("focus") == "The day", 8)
+        screen.press("shift+Tab")
+        trial.check("  and comes back to the chosen one", lambda: "today" in (listener.heard("focus") or ""), 8)
+        self.run("--date", "2083-08-07", NO_AT_BRIDGE=None)
+        x, y, *_ = self.box()
+        screen.point(x + 50, y + 110)
+        screen.run("xdotool", "click", "--repeat", "2", "--delay", "100", "1")
+        trial.check("  a double click opens a day", lambda: listener.heard("focus") == "Details of the day", 8)
+        screen.press("Right")
+        trial.check("  of the month before: it is 29 Kartik", lambda: " ३० कार्तिक २०८३" in (listener.heard("focus") or ""), 8)
+        screen.run("setxkbmap", "np,us")
+        screen.press("30")  # the place of U
+        trial.check("  U where Nepali is being written", lambda: listener.heard("focus") == "Upcoming", 8)
+        screen.run("setxkbmap", "us")
         for words, part in ((("--date", "2084-01-01"), " १ बैशाख २०८४"),
                             (("--edition", "first", "--month", "2083-02"), "no tithi or festival is listed")):
             self.run(*words, NO_AT_BRIDGE=None)
             trial.check(f"  and {part.strip()} when {' '.join(words)} is asked for meanwhile",
                         lambda: part in (listener.heard("focus") or ""), 8)
         self.end()
+        lone = trial.start([self.executable, "--date", "2083-08-07"], {**environment, "DINMALA_EDITION": "first"})
+        trial.check("  the edition that the environment asks for, its dates too",
+                    lambda: " ७ मंसिर २०८३, २२ नोभेम्बर" in (listener.heard("focus") or ""))
+        trial.end(lone)
+        self.midnight(listener)
         trial.end(listener.process)
 
 
@@ -172,6 +264,7 @@ def alone(trial, window):
     trial.check(f"  whole on the screen: {box}", box[0] >= 0 and box[1] >= 0 and box[0] + box[2] <= 1280 and box[1] + box[3] <= 720)
     trial.end(lone)
     window.hears()
+    window.survives()
 
 
 def run(trial, host, program, pictures=None):
@@ -182,6 +275,8 @@ def run(trial, host, program, pictures=None):
         story.host.start(*MANAGERS[host])
     if host == "mate":
         alone(trial, window)
+    if host in MANAGERS and os.getuid() == 0:
+        window.two_monitors()
     trial.need("the panel is up", story.host.up, 60)
     story.away()
     story.picture("empty", story.screen.still(15))
