@@ -143,7 +143,7 @@ std::vector<std::string> Page::yearNotes() const {
     std::string note;
     if (!edition_.almanac.holds(year)) {
         note = noListsNote(edition_, year);
-    } else if (year > edition_.lastPublished) {
+    } else if (!edition_.isPublished(year)) {
         note = tr("provisional: Nepal has not published BS {1}", {std::to_string(int{year})});
     }
     if (note.empty()) return {};
