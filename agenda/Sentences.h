@@ -43,8 +43,8 @@ namespace dinmala {
 /// leaves open; empty where there is nothing to doubt.
 [[nodiscard]] std::string trustNote(const AlmanacDay& day);
 
-/// How far it can be trusted that an event is on its day: no further than either in a year that Nepal has not
-/// published; in another the event's own grade, published where that is sure.
+/// How far it can be trusted that an event is on its day: in a year that Nepal has not published the worse of both
+/// grades; in another the event's own, and published where that is sure.
 [[nodiscard]] Grade gradeOf(const AlmanacDay& day, const Event& event);
 /// The same in a sentence. What makes another event of the day doubtful is none of it.
 [[nodiscard]] std::string trustNote(const AlmanacDay& day, const Event& event, Language language = Language::nepali);
