@@ -9,6 +9,8 @@ import os
 import signal
 import subprocess
 
+from gi.repository import GLib
+
 from trials.panels import TEXT, TILE, Story
 from trials.screen import Screen
 from trials.trial import HERE, Stop, running, until
@@ -154,6 +156,10 @@ class Window:
         trial.end(lone)
         trial.end(manager)
 
+    def ask(self, action, *parameters):
+        self.bus.connection.call(NAME, "/org/dinmala/Dinmala/Window", "org.freedesktop.Application", "ActivateAction",
+                                 GLib.Variant("(sava{sv})", (action, parameters, {})), None, 0, -1, None, None)
+
     def survives(self):
         """A second start closes it, but not under a printer's dialog; what strangers ask is no harm."""
         trial, screen = self.trial, self.story.screen
@@ -167,12 +173,16 @@ class Window:
         self.story.picture("printing")
         screen.press("Escape")
         trial.check("  and a second start meanwhile leaves it open", lambda: self.box() == bare and lone.poll() is None)
-        far = "[<(int64 4294967296, '', '')>]"
-        self.story.screen.run("env", f"DBUS_SESSION_BUS_ADDRESS={self.environment['DBUS_SESSION_BUS_ADDRESS']}", "gdbus", "call", "--session",
-                              "--dest", NAME, "--object-path", "/org/dinmala/Dinmala/Window",
-                              "--method", "org.freedesktop.Application.ActivateAction", "show", far, "{}")
-        until(lambda: False, 0.5)
+        self.ask("show", GLib.Variant("(xss)", (2 ** 32, "", "")))
+        until(lambda: False, 1)
         trial.equal("  nor does a day out of all calendars end it", lone.poll(), None)
+        lone.send_signal(signal.SIGSTOP)
+        self.ask("toggle")
+        self.ask("open")
+        until(lambda: False, 0.3)
+        lone.send_signal(signal.SIGCONT)
+        until(lambda: False, 1)
+        trial.check("  closed and asked for in one breath it stays", lambda: self.box() and lone.poll() is None)
         screen.press("F1")
         self.run()
         trial.equal("  with its keys open it is closed by a second start, and ends with", lone.poll, 0)
