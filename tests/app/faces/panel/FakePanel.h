@@ -89,6 +89,8 @@ public:
     bool isBusy = false;     ///< answers no registration
     std::vector<Call> held;  ///< what it has not answered then
 
+    [[nodiscard]] const Glib::RefPtr<Gio::DBus::Connection>& connection() const { return connection_; }
+
 private:
     static constexpr const char* kWatcher = "org.kde.StatusNotifierWatcher";
 
