@@ -103,7 +103,8 @@ TEST_F(StatusDisplay, RefreshesWithoutAnyOutletOrLogo) {
     bare.setYear(nullptr);
     bare.changeAppStartup(nullptr);
     (void)bare.checkUpdate();
-    EXPECT_EQ(bare.logoImage(), nullptr);
+    shell.delegate->awakeFromNib();
+    EXPECT_EQ(shell.logo.image(), nullptr);
     EXPECT_EQ(bare.statusItem()->title(), "२०७० बैशाख ७ ०६:३०");
 }
 

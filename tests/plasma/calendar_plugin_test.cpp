@@ -36,7 +36,7 @@ protected:
         return std::to_string(date.year) + "-" + std::to_string(date.month) + "-" + std::to_string(date.day);
     }
 
-    inline static const TemporaryFolder home_{};
+    inline static const TemporaryFolder home_;
     QPluginLoader loader_;
     CalendarEventsPlugin* plugin_ = nullptr;
     QMultiHash<QDate, EventData> events;

@@ -21,7 +21,8 @@ namespace dinmala {
 /// A folder that is gone at the end.
 class TemporaryFolder {
 public:
-    explicit TemporaryFolder(const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+    TemporaryFolder() : TemporaryFolder(std::filesystem::temp_directory_path()) {}
+    explicit TemporaryFolder(const std::filesystem::path& parent) {
         std::string name = (parent / "dinmala-test-XXXXXX").string();
         path_ = mkdtemp(name.data());
     }
