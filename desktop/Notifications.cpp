@@ -123,7 +123,8 @@ struct DesktopNotifier::State : std::enable_shared_from_this<State> {
         const guint life = Gio::DBus::watch_name(
             connection, sender, [](auto&&...) {},
             [self = weak_from_this()](const ConnectionPtr&, const Glib::ustring& gone) {
-                if (const auto state = self.lock()) state->forget([&](const Shown& one) { return one.sender == gone; });
+                if (const auto state = self.lock())
+                    state->forget([&](const Shown& one) { return one.sender.raw() == gone.raw(); });
             });
         shown.push_back({id, sender, subscription, life, std::move(chosen), {}});
     }
