@@ -58,6 +58,14 @@ TEST(Upcoming, ReachesAYearAhead) {
     EXPECT_TRUE(upcomingEvents(currentEdition(), sys_days{2043y / 5 / 1}).empty());
 }
 
+// Past the last day whose lists there are, the days themselves are still shown.
+TEST(MonthPage, HasDaysWithoutLists) {
+    const auto bare = monthDays(firstEdition(), {BsYear{2080}, BsMonth{1}});
+    ASSERT_EQ(bare.size(), 31u);
+    EXPECT_EQ(firstEdition().calendar.toDate(bare.back().day), bsDate(2080, 1, 31));
+    EXPECT_TRUE(bare.back().tithis.empty());
+}
+
 // What bars show beside the date: the day, then the next holidays; a day that is not published says so.
 TEST(Summary, TellsTheDayAndWhatComes) {
     const auto told = [](const Edition& edition, sys_days day) {
@@ -73,6 +81,8 @@ TEST(Summary, TellsTheDayAndWhatComes) {
     EXPECT_NE(later.text.find("Nepal has not published BS 2087"), std::string::npos);
     EXPECT_TRUE(later.provisional);
     EXPECT_TRUE(told(firstEdition(), 2026y / 11 / 21).holiday);  // a Saturday, without lists
+    EXPECT_TRUE(told(currentEdition(), 2026y / 11 / 21).holiday);
+    EXPECT_EQ(distanceWords(days{5}, Digits::devanagari), "in 5 days");  // no Devanagari in an English sentence
     EXPECT_FALSE(told(firstEdition(), 2026y / 11 / 22).holiday);
     EXPECT_EQ(told(currentEdition(), 2060y / 1 / 1).text, "this day lies outside the calendar");
 }
