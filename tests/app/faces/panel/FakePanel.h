@@ -68,8 +68,9 @@ public:
                 text = reply.print(true);
                 if (use) use(reply.gobj());
             } catch (const Glib::Error& error) {
-                const std::string remote = Gio::DBus::ErrorUtils::get_remote_error(error);
-                text = "error: " + (remote.empty() ? error.what() : remote);
+                char* const remote = g_dbus_error_get_remote_error(error.gobj());  // giomm's own way leaks it
+                text = std::string("error: ") + (remote != nullptr ? remote : error.what());
+                g_free(remote);
             }
         };
         connection_->call(path, interface, method, parameters, finish, items.back(), 20000);
