@@ -32,7 +32,7 @@ std::string gradeWords(const AlmanacDay& day) {
 
 }  // namespace
 
-std::string inDigits(std::string text, Digits digits) {
+std::string inDigits(const std::string& text, Digits digits) {
     return digits == Digits::devanagari ? inDevanagari(text) : text;
 }
 
@@ -147,7 +147,7 @@ std::vector<std::string> Page::yearNotes() const {
         note = tr("provisional: Nepal has not published BS {1}", {std::to_string(int{year})});
     }
     if (note.empty()) return {};
-    return {inDigits(std::move(note), look_.digits)};
+    return {inDigits(note, look_.digits)};
 }
 
 std::vector<std::string> Page::notes() const {

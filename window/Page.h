@@ -16,7 +16,7 @@
 namespace dinmala {
 
 /// A sentence with its numbers in the chosen digits.
-[[nodiscard]] std::string inDigits(std::string text, Digits digits);
+[[nodiscard]] std::string inDigits(const std::string& text, Digits digits);
 
 /// A day on the page, in six weeks that begin on Sunday.
 struct Cell {

@@ -112,6 +112,7 @@ TEST_F(HttpGet, GivesUpOnASilentServer) {
     limits.whole = std::chrono::milliseconds(200);
     EXPECT_EQ(httpGet(server.url(), limits), std::nullopt);
     std::vector<int> visitors;
+    visitors.reserve(2 * LoopbackServer::kMostWaiting);
     for (int i = 0; i < 2 * LoopbackServer::kMostWaiting; ++i) visitors.push_back(server.visit());
     limits = {};
     limits.connect = std::chrono::milliseconds(300);
